@@ -1,0 +1,70 @@
+#include "c_api/intf_entry.h"
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+
+static_assert(sizeof(intf_entry_t) == 104 && sizeof(intf_entry_list_t) == 16,
+              "C callers share these layouts");
+
+// Not tested for null on purpose: a switch without 128 octets left cannot go on, and the fault
+// right here says more than a null pointer in some caller.
+static char* NewBuffer(std::size_t size) {
+  char* buffer = new (std::nothrow) char[size];
+  std::memset(buffer, 0, size);
+  return buffer;
+}
+
+static void AllocateBuffers(intf_entry_t* record) {
+  record->intf_name = NewBuffer(ZORL2_INTF_NAME_SIZE);
+  record->phy_addr = NewBuffer(ZORL2_PHY_ADDR_SIZE);
+  record->redundancy_group_phy_addr = NewBuffer(ZORL2_REDUNDANCY_GROUP_PHY_ADDR_SIZE);
+}
+
+// delete[] passes over the buffers that the caller set to null.
+static void ReleaseBuffers(const intf_entry_t* record) {
+  delete[] record->intf_name;
+  delete[] record->phy_addr;
+  delete[] record->redundancy_group_phy_addr;
+}
+
+intf_entry_t* init_intf_entry(void) noexcept {
+  auto* record = new (std::nothrow) intf_entry_t;
+  if (record != nullptr) std::memset(record, 0, sizeof(*record));
+  // Runs without a record too: running out of memory faults here instead of returning null.
+  AllocateBuffers(record);
+  return record;
+}
+
+void destroy_intf_entry(intf_entry_t** entry) noexcept {
+  ReleaseBuffers(*entry);
+  delete *entry;
+  *entry = nullptr;
+}
+
+intf_entry_list_t* init_intf_entry_list(std::size_t count) noexcept {
+  intf_entry_list_t* list = nullptr;
+  try {
+    list = new intf_entry_list_t;
+    list->entries = nullptr;
+    list->count = static_cast<std::uint32_t>(count);
+    // Not zeroed on purpose: the manager fills every record of a list, and a list of thousands
+    // would be written twice.
+    list->entries = new intf_entry_t[count];
+  } catch (const std::bad_alloc&) {
+    // Also what a count too large for any array raises.
+    delete list;
+    return nullptr;
+  }
+  // A 32-bit counter against the full count, as C callers have always had it; the two cannot
+  // differ on a machine that cannot hold 2^32 records.
+  for (std::uint32_t i = 0; i < count; ++i) AllocateBuffers(&list->entries[i]);
+  return list;
+}
+
+void destroy_intf_entry_list(intf_entry_list_t** list) noexcept {
+  intf_entry_list_t* const released = *list;
+  for (std::uint32_t i = 0; i < released->count; ++i) ReleaseBuffers(&released->entries[i]);
+  delete[] released->entries;
+  delete released;
+}

@@ -1,0 +1,70 @@
+# The library itself.
+set(ZORL2_NATIVE_HEADERS
+    native/export.h native/info_client_config.h native/intf_entry.h native/intf_entry_builder.h
+    native/intf_state_signals.h native/l2_enums.h native/lag_member_operation.h
+    native/pvex_fault.h native/zorid.h)
+# The headers in convert/ that are missing here are the library's own.
+set(ZORL2_CONVERT_HEADERS
+    convert/converter.h convert/enum_serialization.h convert/info_client_config_converter.h
+    convert/intf_entry_convert_helper_protobuf.h convert/intf_entry_convert_helper_zor.h
+    convert/intf_entry_converter.h convert/intf_state_converter.h convert/lag_member_converter.h
+    convert/zorid_converter.h)
+set(ZORL2_C_API_HEADERS c_api/intf_entry.h)
+set(ZORL2_SOURCES
+    native/intf_entry.cpp native/intf_entry_builder.cpp
+    convert/enum_serialization.cpp convert/info_client_config_converter.cpp
+    convert/intf_entry_convert_helper_protobuf.cpp convert/intf_entry_convert_helper_zor.cpp
+    convert/intf_entry_converter.cpp convert/intf_entry_mapping.cpp
+    convert/intf_state_converter.cpp convert/lag_member_converter.cpp convert/zorid_converter.cpp
+    c_api/intf_entry.cpp)
+
+# How every object of the library is compiled.
+add_library(zorl2_object_options INTERFACE)
+target_include_directories(zorl2_object_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_include_directories(zorl2_object_options SYSTEM INTERFACE ${ZORL2_GENERATED_DIR})
+target_link_libraries(zorl2_object_options INTERFACE protobuf::libprotobuf Boost::headers)
+target_compile_options(zorl2_object_options INTERFACE
+  # Assertions stay on in every build type: without them the generated setters stop checking and
+  # invalid UTF-8 is no longer reported.
+  -UNDEBUG
+  # Paths in assertions and fault reports are relative to the root of the sources.
+  -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=
+  -fvisibility=hidden -fvisibility-inlines-hidden -fno-semantic-interposition -fno-plt
+  -ffunction-sections -fdata-sections)
+
+add_library(zorl2_generated OBJECT ${ZORL2_GENERATED_SOURCES})
+target_link_libraries(zorl2_generated PRIVATE zorl2_object_options)
+target_compile_options(zorl2_generated PRIVATE -w)
+set_target_properties(zorl2_generated PROPERTIES POSITION_INDEPENDENT_CODE ON)
+
+add_library(zorl2_own OBJECT ${ZORL2_SOURCES})
+target_link_libraries(zorl2_own PRIVATE zorl2_object_options)
+target_sources(zorl2_own PRIVATE ${ZORL2_GENERATED_HEADERS})
+set_target_properties(zorl2_own PROPERTIES POSITION_INDEPENDENT_CODE ON)
+zorl2_warnings(zorl2_own)
+# The C functions promise an invalid memory access when memory runs out; the optimiser must not
+# reason from it that memory never does.
+set_source_files_properties(c_api/intf_entry.cpp TARGET_DIRECTORY zorl2_own PROPERTIES
+  COMPILE_OPTIONS "-fno-delete-null-pointer-checks")
+
+add_library(zorl2_serialize SHARED $<TARGET_OBJECTS:zorl2_own> $<TARGET_OBJECTS:zorl2_generated>)
+add_library(zorl2::serialize ALIAS zorl2_serialize)
+set_target_properties(zorl2_serialize PROPERTIES
+  LINKER_LANGUAGE CXX
+  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+  EXPORT_NAME serialize
+  LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+target_compile_features(zorl2_serialize PUBLIC cxx_std_17)
+target_include_directories(zorl2_serialize PUBLIC
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize>)
+target_include_directories(zorl2_serialize SYSTEM PUBLIC
+  $<BUILD_INTERFACE:${ZORL2_GENERATED_DIR}>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize/serialize/protobuf>)
+target_link_libraries(zorl2_serialize PUBLIC protobuf::libprotobuf)
+add_dependencies(zorl2_serialize zorl2_own)
+target_link_options(zorl2_serialize PRIVATE
+  # The runtime cannot unregister descriptors: once loaded, the library stays.
+  LINKER:-z,nodelete
+  LINKER:-Bsymbolic-functions LINKER:--gc-sections LINKER:-z,relro LINKER:--as-needed
+  LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)

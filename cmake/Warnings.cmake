@@ -1,0 +1,7 @@
+# zorl2_warnings(target): the warnings that our own code is written to.
+function(zorl2_warnings target)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wconversion -Wshadow
+    $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual -Wold-style-cast>
+    $<$<BOOL:${ZORL2_WERROR}>:-Werror>)
+endfunction()

@@ -1,0 +1,102 @@
+#include "convert/intf_entry_converter.h"
+
+#include <map>
+#include <utility>
+
+#include "convert/enum_serialization.h"
+#include "convert/intf_entry_mapping.h"
+#include "convert/zorid_mapping.h"
+#include "native/intf_entry_builder.h"
+
+namespace pb = zorl2::protobuf;
+
+using zorl2_mapping::ToMessage;
+using zorl2_mapping::ToNative;
+
+template class Converter<pb::IntfEntry, IntfEntry>;
+
+IntfEntryConverter::~IntfEntryConverter() = default;
+
+bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry) {
+  // Covers every nested message, so the parts below need no test of their own.
+  if (!message.IsInitialized()) return false;
+  IntfEntryBuilder builder;
+
+  // A malformed identifier becomes all zero and the entry goes on: one bad identifier must not
+  // cost the receiver everything else that the entry says.
+  zorid_t id;
+  ToNative(message.zorid(), id);
+  builder.addZorId(id);
+  if (message.has_parent()) {
+    zorid_t parent;
+    ToNative(message.parent(), parent);
+    builder.addParent(parent);
+  }
+
+  IntfEntry::GeneralInfo generalInfo;
+  ToNative(message.generalinfo(), generalInfo);
+  builder.addGeneralInfo(std::move(generalInfo));
+
+  IntfEntry::StatusInfo statusInfo;
+  ToNative(message.statusinfo(), statusInfo);
+  builder.addStatusInfo(statusInfo);
+
+  IntfEntry::PhysicalInfo physicalInfo;
+  ToNative(message.physicalinfo(), physicalInfo);
+  builder.addPhysicalInfo(physicalInfo);
+
+  IntfEntry::TypeInfo typeInfo;
+  ToNative(message.typeinfo(), typeInfo);
+  builder.addTypeInfo(typeInfo);
+
+  for (int i = 0; i < message.shutdownprotos_size(); ++i) {
+    builder.addShutdownProto(DeserializeProtocolType(message.shutdownprotos(i)));
+  }
+  for (const pb::BlockInfo& element : message.blockinfo()) {
+    IntfEntry::BlockInfo blockInfo;
+    ToNative(element, blockInfo);
+    builder.addBlockInfo(blockInfo);
+  }
+
+  static const std::map<pb::InterfaceCategory, InterfaceCategory> interfaceCategoryFromMessage = {
+      {pb::L1, L1},
+      {pb::L2, L2},
+      {pb::VP, VP},
+      {pb::L2_SUB_IF, L2_SUB_IF},
+      {pb::VIRTUAL_IF, VIRTUAL_IF},
+  };
+  builder.setInterfaceCategory(interfaceCategoryFromMessage.at(message.intfcategory()));
+
+  entry = builder.Release();
+  return true;
+}
+
+bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message) {
+  message.Clear();
+  ToMessage(entry.getId(), *message.mutable_zorid());
+  // Always present: the record cannot tell a missing parent from the all-zero identifier.
+  ToMessage(entry.getParent(), *message.mutable_parent());
+  ToMessage(entry.getGeneralInfo(), *message.mutable_generalinfo());
+  ToMessage(entry.getStatusInfo(), *message.mutable_statusinfo());
+  ToMessage(entry.getPhysicalInfo(), *message.mutable_physicalinfo());
+  ToMessage(entry.getTypeInfo(), *message.mutable_typeinfo());
+
+  message.mutable_shutdownprotos()->Reserve(static_cast<int>(entry.getShutdownProtos().size()));
+  for (const ProtocolType protocol : entry.getShutdownProtos()) {
+    message.add_shutdownprotos(SerializeProtocolType(protocol));
+  }
+  message.mutable_blockinfo()->Reserve(static_cast<int>(entry.getBlockInfo().size()));
+  for (const IntfEntry::BlockInfo& blockInfo : entry.getBlockInfo()) {
+    ToMessage(blockInfo, *message.add_blockinfo());
+  }
+
+  static const std::map<InterfaceCategory, pb::InterfaceCategory> interfaceCategoryToMessage = {
+      {L1, pb::L1},
+      {L2, pb::L2},
+      {VP, pb::VP},
+      {L2_SUB_IF, pb::L2_SUB_IF},
+      {VIRTUAL_IF, pb::VIRTUAL_IF},
+  };
+  message.set_intfcategory(interfaceCategoryToMessage.at(entry.getInterfaceCategory()));
+  return true;
+}

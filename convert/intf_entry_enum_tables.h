@@ -1,0 +1,143 @@
+// Not installed. The seven enumerations nested in IntfEntry, message value beside native value,
+// each list written once and read by both directions.
+#pragma once
+
+#include <boost/bimap.hpp>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+#include "interface_entry.pb.h"
+#include "native/intf_entry.h"
+
+namespace zorl2_mapping {
+
+template <typename Message, typename Native>
+struct EnumPair {
+  Message message;
+  Native native;
+};
+
+inline constexpr EnumPair<zorl2::protobuf::AdminStatus, IntfEntry::AdminStatus>
+    kAdminStatusPairs[] = {
+        {zorl2::protobuf::IF_ADMIN_UP, IntfEntry::IF_ADMIN_UP},
+        {zorl2::protobuf::IF_ADMIN_DOWN, IntfEntry::IF_ADMIN_DOWN},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::OperationalStatus, IntfEntry::OperationalStatus>
+    kOperationalStatusPairs[] = {
+        {zorl2::protobuf::UP, IntfEntry::UP},
+        {zorl2::protobuf::DOWN, IntfEntry::DOWN},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::LinkStatus, IntfEntry::LinkStatus> kLinkStatusPairs[] = {
+    {zorl2::protobuf::LINK_UP, IntfEntry::LINK_UP},
+    {zorl2::protobuf::LINK_DOWN, IntfEntry::LINK_DOWN},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::EthernetSpeed, IntfEntry::EthernetSpeed>
+    kEthernetSpeedPairs[] = {
+        {zorl2::protobuf::SPEED_UNKNOWN, IntfEntry::SPEED_UNKNOWN},
+        {zorl2::protobuf::SPEED_100_KBS, IntfEntry::SPEED_100_KBS},
+        {zorl2::protobuf::SPEED_1_MBS, IntfEntry::SPEED_1_MBS},
+        {zorl2::protobuf::SPEED_10_MBS, IntfEntry::SPEED_10_MBS},
+        {zorl2::protobuf::SPEED_100_MBS, IntfEntry::SPEED_100_MBS},
+        {zorl2::protobuf::SPEED_1_GBS, IntfEntry::SPEED_1_GBS},
+        {zorl2::protobuf::SPEED_10_GBS, IntfEntry::SPEED_10_GBS},
+        {zorl2::protobuf::SPEED_25_GBS, IntfEntry::SPEED_25_GBS},
+        {zorl2::protobuf::SPEED_40_GBS, IntfEntry::SPEED_40_GBS},
+        {zorl2::protobuf::SPEED_100_GBS, IntfEntry::SPEED_100_GBS},
+        {zorl2::protobuf::SPEED_1_TBS, IntfEntry::SPEED_1_TBS},
+        {zorl2::protobuf::SPEED_10_TBS, IntfEntry::SPEED_10_TBS},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::EthernetDuplexMode, IntfEntry::EthernetDuplexMode>
+    kDuplexModePairs[] = {
+        {zorl2::protobuf::MODE_UNKNOWN, IntfEntry::MODE_UNKNOWN},
+        {zorl2::protobuf::HALF, IntfEntry::HALF},
+        {zorl2::protobuf::FULL, IntfEntry::FULL},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::InterfaceType, IntfEntry::InterfaceType>
+    kInterfaceTypePairs[] = {
+        {zorl2::protobuf::TYPE_UNKNOWN, IntfEntry::TYPE_UNKNOWN},
+        {zorl2::protobuf::OTHER, IntfEntry::OTHER},
+        {zorl2::protobuf::ETHERNET, IntfEntry::ETHERNET},
+        {zorl2::protobuf::ETHERNET_L2_VLAN, IntfEntry::ETHERNET_L2_VLAN},
+        {zorl2::protobuf::ETHERNET_BUNDLE, IntfEntry::ETHERNET_BUNDLE},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::VlanType, IntfEntry::VlanType> kVlanTypePairs[] = {
+    {zorl2::protobuf::NONE, IntfEntry::NONE},     {zorl2::protobuf::C_VLAN, IntfEntry::C_VLAN},
+    {zorl2::protobuf::S_VLAN, IntfEntry::S_VLAN}, {zorl2::protobuf::B_VLAN, IntfEntry::B_VLAN},
+    {zorl2::protobuf::ANY, IntfEntry::ANY},
+};
+
+// Both sides count from zero without a gap, so a value is its own place in the list.
+template <typename Message, typename Native, std::size_t kCount>
+constexpr bool IsDense(const EnumPair<Message, Native> (&pairs)[kCount]) {
+  for (std::size_t i = 0; i < kCount; ++i) {
+    if (static_cast<std::size_t>(pairs[i].message) != i) return false;
+    if (static_cast<std::size_t>(pairs[i].native) != i) return false;
+  }
+  return true;
+}
+
+// One enumeration's translation. A listed value is found by its place; every other value is
+// refused by the constant bimap of the same pairs with its own exception, a
+// boost::wrapexcept<std::out_of_range> that says "bimap<>: invalid key".
+template <typename Message, typename Native, const auto& kPairs>
+class EnumTable {
+  static_assert(IsDense(kPairs), "a value must be its own place in the list");
+
+ public:
+  static Native ToNative(Message value) {
+    const auto place = static_cast<std::uint32_t>(value);
+    if (place < std::size(kPairs)) return kPairs[place].native;
+    return RefusingLookup(value);
+  }
+
+  static Message ToMessage(Native value) {
+    const auto place = static_cast<std::uint32_t>(value);
+    if (place < std::size(kPairs)) return kPairs[place].message;
+    return RefusingLookup(value);
+  }
+
+ private:
+  using Bimap = boost::bimap<Message, Native>;
+
+  static const Bimap& Table() {
+    static const Bimap table = [] {
+      Bimap pairs;
+      for (const auto& pair : kPairs) {
+        pairs.insert(typename Bimap::value_type(pair.message, pair.native));
+      }
+      return pairs;
+    }();
+    return table;
+  }
+
+  [[gnu::noinline, gnu::cold]] static Native RefusingLookup(Message value) {
+    return Table().left.at(value);
+  }
+
+  [[gnu::noinline, gnu::cold]] static Message RefusingLookup(Native value) {
+    return Table().right.at(value);
+  }
+};
+
+using AdminStatusTable =
+    EnumTable<zorl2::protobuf::AdminStatus, IntfEntry::AdminStatus, kAdminStatusPairs>;
+using OperationalStatusTable = EnumTable<zorl2::protobuf::OperationalStatus,
+                                         IntfEntry::OperationalStatus, kOperationalStatusPairs>;
+using LinkStatusTable =
+    EnumTable<zorl2::protobuf::LinkStatus, IntfEntry::LinkStatus, kLinkStatusPairs>;
+using EthernetSpeedTable =
+    EnumTable<zorl2::protobuf::EthernetSpeed, IntfEntry::EthernetSpeed, kEthernetSpeedPairs>;
+using DuplexModeTable =
+    EnumTable<zorl2::protobuf::EthernetDuplexMode, IntfEntry::EthernetDuplexMode, kDuplexModePairs>;
+using InterfaceTypeTable =
+    EnumTable<zorl2::protobuf::InterfaceType, IntfEntry::InterfaceType, kInterfaceTypePairs>;
+using VlanTypeTable = EnumTable<zorl2::protobuf::VlanType, IntfEntry::VlanType, kVlanTypePairs>;
+
+}  // namespace zorl2_mapping

@@ -11,6 +11,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
+/* What a C++ caller is told: no exception leaves these functions. */
 #ifdef __cplusplus
 #define ZORL2_C_NOEXCEPT noexcept
 extern "C" {
@@ -18,11 +19,14 @@ extern "C" {
 #define ZORL2_C_NOEXCEPT
 #endif
 
+/* Marks the functions that the library exports. */
 #define ZORL2_C_EXPORT __attribute__((visibility("default")))
 
-/* The size in octets of each buffer of a record, the terminator included. */
+/* The size of the name buffer of a record in octets, the terminator included. */
 #define ZORL2_INTF_NAME_SIZE 64
+/* The size of the physical address buffer, likewise. */
 #define ZORL2_PHY_ADDR_SIZE 32
+/* The size of the redundancy group's address buffer, likewise. */
 #define ZORL2_REDUNDANCY_GROUP_PHY_ADDR_SIZE 32
 
 /*

@@ -34,16 +34,23 @@ class ZORL2_EXPORT IntfEntryConvertHelperProtobuf {
   // Through DeserializeProtocolType and DeserializeBlockState, so no number is refused.
   bool ConvertBlockInfo(const zorl2::protobuf::BlockInfo& message, IntfEntry::BlockInfo& native);
 
+  // The administrative status of the same name.
   bool ConvertAdminStatus(const zorl2::protobuf::AdminStatus& message,
                           IntfEntry::AdminStatus& native);
+  // The operational status of the same name.
   bool ConvertOperationalStatus(const zorl2::protobuf::OperationalStatus& message,
                                 IntfEntry::OperationalStatus& native);
+  // The link status of the same name.
   bool ConvertLinkStatus(const zorl2::protobuf::LinkStatus& message, IntfEntry::LinkStatus& native);
+  // The speed class of the same name.
   bool ConvertEthernetSpeed(const zorl2::protobuf::EthernetSpeed& message,
                             IntfEntry::EthernetSpeed& native);
+  // The duplex mode of the same name.
   bool ConvertDuplexMode(const zorl2::protobuf::EthernetDuplexMode& message,
                          IntfEntry::EthernetDuplexMode& native);
+  // The interface type of the same name.
   bool ConvertInterfaceType(const zorl2::protobuf::InterfaceType& message,
                             IntfEntry::InterfaceType& native);
+  // The VLAN type of the same name.
   bool ConvertVlanType(const zorl2::protobuf::VlanType& message, IntfEntry::VlanType& native);
 };

@@ -34,16 +34,23 @@ class ZORL2_EXPORT IntfEntryConvertHelperZOR {
   // unknown fields included.
   void ConvertTypeInfo(const IntfEntry::TypeInfo& native, zorl2::protobuf::TypeInfo& message);
 
+  // The administrative status of the same name.
   void ConvertAdminStatus(const IntfEntry::AdminStatus& native,
                           zorl2::protobuf::AdminStatus& message);
+  // The operational status of the same name.
   void ConvertOperationalStatus(const IntfEntry::OperationalStatus& native,
                                 zorl2::protobuf::OperationalStatus& message);
+  // The link status of the same name.
   void ConvertLinkStatus(const IntfEntry::LinkStatus& native, zorl2::protobuf::LinkStatus& message);
+  // The speed class of the same name.
   void ConvertEthernetSpeed(const IntfEntry::EthernetSpeed& native,
                             zorl2::protobuf::EthernetSpeed& message);
+  // The duplex mode of the same name.
   void ConvertDuplexMode(const IntfEntry::EthernetDuplexMode& native,
                          zorl2::protobuf::EthernetDuplexMode& message);
+  // The interface type of the same name.
   void ConvertInterfaceType(const IntfEntry::InterfaceType& native,
                             zorl2::protobuf::InterfaceType& message);
+  // The VLAN type of the same name.
   void ConvertVlanType(const IntfEntry::VlanType& native, zorl2::protobuf::VlanType& message);
 };

@@ -1,5 +1,5 @@
-// The one export macro: the library hides everything by default, and what stands in a public
-// header carries this mark.
+// Visibility: the library hides everything by default.
 #pragma once
 
+// Marks what stands in a public header, so that the library exports it.
 #define ZORL2_EXPORT __attribute__((visibility("default")))

@@ -8,6 +8,7 @@
 #include "native/export.h"
 #include "native/l2_enums.h"
 
+// Plain data that owns its set and its token.
 struct ZORL2_EXPORT ZORL2InfoClientConfig {
   // The protocol on whose behalf the client acts.
   ProtocolType protocolType = LLDP;

@@ -22,123 +22,137 @@ class IntfEntryBuilder;
 // Any number of threads may read an entry that nobody assigns to.
 class ZORL2_EXPORT IntfEntry {
  public:
+  // Whether the interface is meant to run.
   enum AdminStatus : std::int32_t {
-    IF_ADMIN_UP = 0,
-    IF_ADMIN_DOWN = 1,
+    IF_ADMIN_UP = 0,    // Enabled.
+    IF_ADMIN_DOWN = 1,  // Disabled.
   };
 
+  // Whether it does run.
   enum OperationalStatus : std::int32_t {
-    UP = 0,
-    DOWN = 1,
+    UP = 0,    // Passes traffic.
+    DOWN = 1,  // Passes none.
   };
 
+  // Whether its link is there.
   enum LinkStatus : std::int32_t {
-    LINK_UP = 0,
-    LINK_DOWN = 1,
+    LINK_UP = 0,    // The link is established.
+    LINK_DOWN = 1,  // The link is lost.
   };
 
   // The nominal speed class of a port; speedKbpsTable below gives its rate.
   enum EthernetSpeed : std::int32_t {
-    SPEED_UNKNOWN = 0,
-    SPEED_100_KBS = 1,
-    SPEED_1_MBS = 2,
-    SPEED_10_MBS = 3,
-    SPEED_100_MBS = 4,
-    SPEED_1_GBS = 5,
-    SPEED_10_GBS = 6,
-    SPEED_25_GBS = 7,
-    SPEED_40_GBS = 8,
-    SPEED_100_GBS = 9,
-    SPEED_1_TBS = 10,
-    SPEED_10_TBS = 11,
+    SPEED_UNKNOWN = 0,  // Not known.
+    SPEED_100_KBS = 1,  // 100 kbit/s.
+    SPEED_1_MBS = 2,    // 1 Mbit/s.
+    SPEED_10_MBS = 3,   // 10 Mbit/s.
+    SPEED_100_MBS = 4,  // 100 Mbit/s.
+    SPEED_1_GBS = 5,    // 1 Gbit/s.
+    SPEED_10_GBS = 6,   // 10 Gbit/s.
+    SPEED_25_GBS = 7,   // 25 Gbit/s.
+    SPEED_40_GBS = 8,   // 40 Gbit/s.
+    SPEED_100_GBS = 9,  // 100 Gbit/s.
+    SPEED_1_TBS = 10,   // 1 Tbit/s.
+    SPEED_10_TBS = 11,  // 10 Tbit/s.
   };
 
+  // Whether both ends may send at once.
   enum EthernetDuplexMode : std::int32_t {
-    MODE_UNKNOWN = 0,
-    HALF = 1,
-    FULL = 2,
+    MODE_UNKNOWN = 0,  // Not known.
+    HALF = 1,          // Half duplex.
+    FULL = 2,          // Full duplex.
   };
 
+  // The kind of interface.
   enum InterfaceType : std::int32_t {
-    TYPE_UNKNOWN = 0,
-    OTHER = 1,
-    ETHERNET = 2,
-    ETHERNET_L2_VLAN = 3,
-    ETHERNET_BUNDLE = 4,
+    TYPE_UNKNOWN = 0,      // Not known.
+    OTHER = 1,             // None of the following.
+    ETHERNET = 2,          // Ethernet port.
+    ETHERNET_L2_VLAN = 3,  // Layer-2 VLAN on Ethernet.
+    ETHERNET_BUNDLE = 4,   // Aggregation of Ethernet ports.
   };
 
+  // The tags of the frames on the interface.
   enum VlanType : std::int32_t {
-    NONE = 0,
-    C_VLAN = 1,
-    S_VLAN = 2,
-    B_VLAN = 3,
-    ANY = 4,
+    NONE = 0,    // No VLAN type.
+    C_VLAN = 1,  // Customer tag.
+    S_VLAN = 2,  // Service tag.
+    B_VLAN = 3,  // Backbone tag.
+    ANY = 4,     // Any of them.
   };
 
   // Names and addresses, as text of any length and format. The bridge port number comes last here
   // and third in the message; it is 16 bits wide here and 32 there.
   struct GeneralInfo {
-    std::string intf_name;
-    std::string phy_addr;
-    std::uint32_t redundancy_group_id = 0;
-    std::string redundancy_group_phy_addr;
-    std::uint16_t bridge_port_number = 0;
+    std::string intf_name;                  // The name of the interface.
+    std::string phy_addr;                   // The physical address.
+    std::uint32_t redundancy_group_id = 0;  // The number of the redundancy group.
+    std::string redundancy_group_phy_addr;  // The redundancy group's physical address.
+    std::uint16_t bridge_port_number = 0;   // Zero also when a message had none.
   };
 
   // Status and speed. The operational speed is copied as it stands, never scaled and never
   // compared with the speed table; the manager keeps it in kbit/s.
   struct StatusInfo {
-    AdminStatus adminStatus = IF_ADMIN_UP;
-    OperationalStatus operationalStatus = UP;
-    LinkStatus linkStatus = LINK_UP;
-    std::uint32_t operationalSpeed = 0;
-    bool extraShutdown = false;
-    bool extraBlocking = false;
-    bool configShutdown = false;
+    AdminStatus adminStatus = IF_ADMIN_UP;     // What the configuration asks for.
+    OperationalStatus operationalStatus = UP;  // What holds.
+    LinkStatus linkStatus = LINK_UP;           // The state of the link.
+    std::uint32_t operationalSpeed = 0;        // An opaque number to this library.
+    bool extraShutdown = false;                // An additional shutdown is in force.
+    bool extraBlocking = false;                // An additional blocking is in force.
+    bool configShutdown = false;               // Shut down by configuration.
   };
 
   // The MTU in octets is 64 bits wide here and 32 in the message.
   struct PhysicalInfo {
-    std::uint64_t intf_mtu = 0;
-    EthernetSpeed eth_speed = SPEED_UNKNOWN;
-    EthernetDuplexMode eth_duplex_mode = MODE_UNKNOWN;
+    std::uint64_t intf_mtu = 0;                         // Octets.
+    EthernetSpeed eth_speed = SPEED_UNKNOWN;            // The nominal speed class.
+    EthernetDuplexMode eth_duplex_mode = MODE_UNKNOWN;  // The duplex mode.
   };
 
+  // The layer-2 properties of an interface.
   struct InterfaceFlags {
-    bool if_l2_switching = false;
-    bool if_in_bundle = false;
-    bool l2_bundle = false;
-    bool l2_sub_if = false;
-    bool point_to_point = false;
-    bool if_multicast = false;
+    bool if_l2_switching = false;  // Switches frames.
+    bool if_in_bundle = false;     // Belongs to a bundle.
+    bool l2_bundle = false;        // Is a bundle.
+    bool l2_sub_if = false;        // Is a sub-interface.
+    bool point_to_point = false;   // Has one peer.
+    bool if_multicast = false;     // Takes multicast frames.
   };
 
+  // What kind of interface this is.
   struct TypeInfo {
-    InterfaceType interfaceType = TYPE_UNKNOWN;
-    InterfaceFlags interfaceFlags;
-    VlanType vlanType = NONE;
+    InterfaceType interfaceType = TYPE_UNKNOWN;  // The kind of interface.
+    InterfaceFlags interfaceFlags;               // Its layer-2 properties.
+    VlanType vlanType = NONE;                    // The tags that it carries.
   };
 
   // The blocking state that one protocol imposes on the interface.
   struct BlockInfo {
-    ProtocolType protocol = LLDP;
-    BlockState state = BLOCK_STATE_FORWARD;
+    ProtocolType protocol = LLDP;            // Who imposes the state.
+    BlockState state = BLOCK_STATE_FORWARD;  // What is imposed.
   };
 
   // The getters copy nothing and never throw. A reference stays valid until the entry is assigned
   // to or destroyed.
 
+  // The interface's own identifier.
   const zorid_t& getId() const;
   // All zero when the interface has no parent: the record cannot tell the two apart.
   const zorid_t& getParent() const;
+  // Names and addresses.
   const GeneralInfo& getGeneralInfo() const;
+  // Status and speed.
   const StatusInfo& getStatusInfo() const;
+  // MTU, speed class and duplex mode.
   const PhysicalInfo& getPhysicalInfo() const;
+  // Kind, flags and tags.
   const TypeInfo& getTypeInfo() const;
   // The protocols that keep the interface shut, in insertion order, duplicates included.
   const std::list<ProtocolType>& getShutdownProtos() const;
   // In insertion order; nothing enforces one element per protocol.
   const std::list<BlockInfo>& getBlockInfo() const;
+  // The category, by value.
   InterfaceCategory getInterfaceCategory() const;
 
  private:

@@ -18,6 +18,7 @@ struct ZORL2_EXPORT ShutStateInfoSyncSignal {
 
 // The blocking signal, kept likewise.
 struct ZORL2_EXPORT BlockStateInfoSyncSignal {
+  // What the protocol imposes on each interface.
   std::map<zorid_t, BlockState> blockStates;
   // The protocol on whose behalf the signal is sent.
   ProtocolType protocol = LLDP;

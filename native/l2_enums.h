@@ -9,32 +9,32 @@
 // Numbered from LLDP = 0 with the unknown protocol last; the message enumeration of the same name
 // starts with the unknown one, so the two numbers of a protocol are never the same.
 enum ProtocolType : std::int32_t {
-  LLDP = 0,
-  L2VM = 1,
-  LACP = 2,
-  STP = 3,
-  ERPS = 4,
-  CFM = 5,
-  LBD = 6,
-  LFD = 7,
-  EFM = 8,
-  L1_PROTO = 9,
-  L2_PROTO = 10,
-  BACKUPLINK = 11,
-  PROTOCOL_UNKNOWN = 12,
+  LLDP = 0,               // Link Layer Discovery Protocol.
+  L2VM = 1,               // The manager's L2VM protocol.
+  LACP = 2,               // Link Aggregation Control Protocol.
+  STP = 3,                // Spanning Tree Protocol.
+  ERPS = 4,               // Ethernet Ring Protection Switching.
+  CFM = 5,                // Connectivity Fault Management.
+  LBD = 6,                // The manager's LBD protocol.
+  LFD = 7,                // The manager's LFD protocol.
+  EFM = 8,                // Ethernet in the First Mile.
+  L1_PROTO = 9,           // Layer 1 itself; no state signal carries it.
+  L2_PROTO = 10,          // Layer 2 itself; no state signal carries it.
+  BACKUPLINK = 11,        // Backup link.
+  PROTOCOL_UNKNOWN = 12,  // Any protocol that is not listed.
 };
 
 // The forwarding state of an interface for one protocol. Numbered as on the wire.
 enum BlockState : std::int32_t {
-  BLOCK_STATE_FORWARD = 0,
-  BLOCK_STATE_BLOCK = 1,
+  BLOCK_STATE_FORWARD = 0,  // Frames pass.
+  BLOCK_STATE_BLOCK = 1,    // Frames are dropped.
 };
 
 // The class of an interface entry, and what a client subscribes to. Numbered as on the wire.
 enum InterfaceCategory : std::int32_t {
-  L1 = 0,
-  L2 = 1,
-  VP = 2,
-  L2_SUB_IF = 3,
-  VIRTUAL_IF = 4,
+  L1 = 0,          // Layer-1 interface.
+  L2 = 1,          // Layer-2 interface.
+  VP = 2,          // The manager's VP class.
+  L2_SUB_IF = 3,   // Layer-2 sub-interface.
+  VIRTUAL_IF = 4,  // Virtual interface.
 };

@@ -6,6 +6,7 @@
 #include "native/export.h"
 #include "native/zorid.h"
 
+// Plain data, 24 octets. The manager shares the order and the widths of the members.
 struct ZORL2_EXPORT LagMemberOperation {
   // The aggregation.
   zorid_t lag;

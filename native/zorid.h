@@ -9,6 +9,7 @@
 // Four octets, the most significant first. A plain value without a reserved pattern: the all-zero
 // identifier is an identifier like any other, and what a default-constructed one holds.
 struct ZORL2_EXPORT zorid_t {
+  // From the most significant to the least.
   std::uint8_t octets[4] = {0, 0, 0, 0};
 };
 

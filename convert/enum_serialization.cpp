@@ -6,9 +6,9 @@ namespace pb = zorl2::protobuf;
 
 // Both enumerations name the same protocols in the same order and differ only in where the unknown
 // one stands: first in a message, last natively.
-static_assert(pb::PROTOCOL_UNKNOWN == 0 && pb::LLDP == LLDP + 1 &&
-              pb::BACKUPLINK == BACKUPLINK + 1);
-static_assert(PROTOCOL_UNKNOWN == BACKUPLINK + 1);
+static_assert(pb::PROTOCOL_UNKNOWN == 0 && pb::LLDP == LLDP + 1 && pb::BACKUPLINK == BACKUPLINK + 1,
+              "a protocol has a new number: the target check-schema says what that breaks");
+static_assert(PROTOCOL_UNKNOWN == BACKUPLINK + 1, "the unknown protocol comes last natively");
 
 pb::ProtocolType SerializeProtocolType(ProtocolType native) noexcept {
   const auto number = static_cast<std::uint32_t>(native);

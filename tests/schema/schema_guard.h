@@ -1,0 +1,28 @@
+// Compares two versions of the wire schema the way a peer sees them.
+#pragma once
+
+#include <google/protobuf/descriptor.pb.h>
+
+#include <string>
+#include <vector>
+
+struct SchemaDifferences {
+  // What would break a peer that was built with the released schema, one sentence on each: what
+  // changed, what the peer would make of it, what to do.
+  std::vector<std::string> breaking;
+  // What no peer minds, but what the released description does not say yet.
+  std::vector<std::string> additions;
+};
+
+SchemaDifferences CompareSchemas(const google::protobuf::FileDescriptorSet& released,
+                                 const google::protobuf::FileDescriptorSet& current);
+
+// The sentences, one on a line.
+std::string SchemaLines(const std::vector<std::string>& sentences);
+
+// What to do about either kind.
+inline constexpr char kAcceptBreak[] =
+    "If every peer is meant to change with it, raise the major version of the project, run "
+    "scripts/accept-schema and say so in CHANGELOG.md.";
+inline constexpr char kAcceptAddition[] =
+    "Run scripts/accept-schema and add the new lines to docs/mapping.md.";

@@ -1,0 +1,16 @@
+// The native side of each mapped field, as the compiler sees it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct NativeMember {
+  // The message and its field, as in "GeneralInfo.intf_name".
+  std::string field;
+  // As in "IntfEntry::GeneralInfo::intf_name".
+  std::string member;
+  // As in "uint16".
+  std::string type;
+};
+
+const std::vector<NativeMember>& NativeMembers();

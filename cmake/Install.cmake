@@ -27,3 +27,12 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/zorl2_serializeConfigVers
 install(FILES ${PROJECT_BINARY_DIR}/zorl2_serializeConfig.cmake
   ${PROJECT_BINARY_DIR}/zorl2_serializeConfigVersion.cmake
   DESTINATION ${package} COMPONENT development)
+
+# pkg-config: the prefix is found from where the module itself stands.
+set(pkgconfig ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pc_prefix /prefix/${pkgconfig} /prefix)
+string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
+foreach(module IN ITEMS zorl2_serialize zorl2_host)
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${pkgconfig} COMPONENT development)
+endforeach()

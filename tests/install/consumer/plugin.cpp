@@ -1,0 +1,23 @@
+#include "plugin.h"
+
+#include "convert/intf_entry_converter.h"
+#include "native/intf_entry_builder.h"
+
+bool EncodeName(const std::string& name, std::string& octets) {
+  IntfEntry::GeneralInfo general;
+  general.intf_name = name;
+  zorl2::protobuf::IntfEntry message;
+  return IntfEntryConverter().Convert(IntfEntryBuilder().addGeneralInfo(general).Build(),
+                                      message) &&
+         message.SerializeToString(&octets);
+}
+
+bool DecodeName(const std::string& octets, std::string& name) {
+  zorl2::protobuf::IntfEntry message;
+  IntfEntry entry;
+  if (!message.ParseFromString(octets) || !IntfEntryConverter().Convert(message, entry)) {
+    return false;
+  }
+  name = entry.getGeneralInfo().intf_name;
+  return true;
+}

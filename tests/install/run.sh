@@ -1,0 +1,204 @@
+#!/usr/bin/env bash
+# run.sh STEP: one step of the install tests. Every step after `prefix` works on the installed tree
+# alone. Wants the variables SOURCE_DIR, BUILD_DIR, LIBDIR, VERSION, CMAKE, CC and CXX.
+set -euo pipefail
+
+work=$BUILD_DIR/install-test
+prefix=$work/prefix
+pc_path=$prefix/$LIBDIR/pkgconfig
+export LD_LIBRARY_PATH=$prefix/$LIBDIR
+export PKG_CONFIG_PATH=$pc_path
+
+die() { echo "FAILED: $*" >&2; exit 1; }
+
+quiet() {
+  local log
+  log=$(mktemp)
+  "$@" >"$log" 2>&1 || { cat "$log"; rm -f "$log"; die "$*"; }
+  rm -f "$log"
+}
+
+# Installs, and moves the tree: whatever follows proves that it is relocatable.
+step_prefix() {
+  rm -rf "$work"
+  mkdir -p "$work"
+  quiet "$CMAKE" --install "$BUILD_DIR" --prefix "$work/first-place"
+  mv "$work/first-place" "$prefix"
+  # The library names its source files relative to the root of the sources and carries no run path.
+  local found
+  found=$(grep -rlF -e "$work/first-place" -e "$SOURCE_DIR" -e "$BUILD_DIR" "$prefix" || true)
+  [ -z "$found" ] || die "these files name the place of the build: $found"
+  readelf -d "$prefix/$LIBDIR/libzorl2_serialize.so" | grep -E 'RPATH|RUNPATH' &&
+    die "the library has a run path"
+  readelf -d "$prefix/$LIBDIR/libzorl2_serialize.so" |
+    grep -q "SONAME.*\[libzorl2_serialize.so.${VERSION%%.*}\]" || die "the soname"
+  echo "proved: the tree can be moved; $(find "$prefix" -type f | wc -l) files, soname" \
+    "libzorl2_serialize.so.${VERSION%%.*}"
+}
+
+installed_files() { (cd "$1" && find . ! -type d | sed 's|^\./||' | sort); }
+
+# Every file belongs to exactly one component, and the library stands alone in its own.
+step_components() {
+  local component
+  for component in library development tools; do
+    rm -rf "$work/$component"
+    mkdir -p "$work/$component"
+    quiet "$CMAKE" --install "$BUILD_DIR" --prefix "$work/$component" --component "$component"
+  done
+  local so=$LIBDIR/libzorl2_serialize.so
+  diff <(installed_files "$work/library") \
+    <(printf '%s\n' "$so.${VERSION%%.*}" "$so.$VERSION" | sort) || die "component library"
+  diff <(installed_files "$prefix") \
+    <(for c in library development tools; do installed_files "$work/$c"; done | sort) ||
+    die "the components together are not the whole"
+  local file
+  for file in "$so" "$LIBDIR/libzorl2_host.a" "$LIBDIR/pkgconfig/zorl2_serialize.pc" \
+    "$LIBDIR/cmake/zorl2_serialize/zorl2_serializeConfig.cmake" \
+    share/zorl2_serialize/zorl2.desc share/zorl2_serialize/proto/interface_entry.proto \
+    include/zorl2_serialize/convert/intf_entry_converter.h \
+    include/zorl2_serialize/c_api/intf_entry.h \
+    include/zorl2_serialize/serialize/protobuf/zorid.pb.h; do
+    [ -e "$work/development/$file" ] || [ -L "$work/development/$file" ] || die "component development lacks $file"
+  done
+  # Every public header, and none of the library's own.
+  [ ! -e "$prefix/include/zorl2_serialize/convert/zorid_mapping.h" ] || die "a private header"
+  echo "proved: the components library, development and tools make up the whole"
+}
+
+configure_consumer() {
+  quiet "$CMAKE" -S "$1" -B "$2" -DCMAKE_BUILD_TYPE="$3" -DCMAKE_PREFIX_PATH="$prefix" \
+    -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_C_COMPILER="$CC" \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON
+}
+
+step_cmake() {
+  local type
+  for type in Release Debug; do
+    rm -rf "$work/cmake-$type"
+    configure_consumer "$SOURCE_DIR/tests/install/consumer" "$work/cmake-$type" "$type"
+    quiet "$CMAKE" --build "$work/cmake-$type"
+    echo "find_package, $type:"
+    "$CMAKE" --build "$work/cmake-$type" --target prove | grep -E 'proved|FAILED'
+  done
+}
+
+# The version file takes the same major version and refuses every other.
+step_version() {
+  local wanted dir=$work/version
+  for wanted in 0.9 1.0 1.0.0 1.9 2.0; do
+    rm -rf "$dir"
+    mkdir -p "$dir"
+    printf 'cmake_minimum_required(VERSION 3.22)\nproject(v CXX)\nfind_package(zorl2_serialize %s CONFIG REQUIRED)\n' \
+      "$wanted" >"$dir/CMakeLists.txt"
+    if "$CMAKE" -S "$dir" -B "$dir/b" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>&1; then
+      echo "$wanted is taken"
+    else
+      echo "$wanted is refused"
+    fi
+  done | tee "$work/version.txt"
+  # 0.9 is another major version; 1.9 is newer than what is installed.
+  diff "$work/version.txt" - <<END || die "version compatibility"
+0.9 is refused
+1.0 is taken
+1.0.0 is taken
+1.9 is refused
+2.0 is refused
+END
+}
+
+# The compiler and pkg-config, nothing else.
+step_pkg_config() {
+  local in=$SOURCE_DIR/tests/install/consumer out=$work/pkg-config flags
+  rm -rf "$out"
+  mkdir -p "$out"
+  pkg-config --validate zorl2_serialize zorl2_host
+  [ "$(pkg-config --modversion zorl2_serialize)" = "$VERSION" ] || die "the module's version"
+  [ -f "$(pkg-config --variable=descriptor_set zorl2_serialize)" ] || die "the descriptor set"
+  read -ra flags <<<"$(pkg-config --cflags --libs zorl2_serialize zorl2_host)"
+  "$CXX" -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/plain" "$in/entry.cpp" "${flags[@]}"
+  "$CXX" -O2 -DNDEBUG -o "$out/ndebug" "$in/entry.cpp" "${flags[@]}"
+  "$CXX" -Wl,-z,now -o "$out/now" "$in/entry.cpp" "${flags[@]}"
+  "$CC" -std=c99 -pedantic -Wall -Wextra -Wno-unused -D_POSIX_C_SOURCE=200809L -Werror \
+    -o "$out/list" "$in/list.c" "${flags[@]}"
+  "$out/plain"
+  "$out/ndebug"
+  "$out/now"
+  readelf -d "$out/now" | grep -q NOW || die "-z now was lost"
+  "$out/list"
+
+  # The plugins want the library, their process the host functions.
+  local library host
+  read -ra library <<<"$(pkg-config --cflags --libs zorl2_serialize)"
+  read -ra host <<<"$(pkg-config --cflags --libs zorl2_host)"
+  local name
+  for name in first second; do
+    "$CXX" -shared -fPIC -o "$out/$name.so" "$in/plugin.cpp" "${library[@]}"
+  done
+  "$CXX" -o "$out/plugins" "$in/plugins.cpp" "${host[@]}" -ldl
+  "$out/plugins" "$out/first.so" "$out/second.so"
+  "$CXX" -o "$out/reopen" "$in/reopen.cpp" "${host[@]}" -ldl
+  "$out/reopen" "$prefix/$LIBDIR/libzorl2_serialize.so"
+}
+
+# Each public header compiles on its own, the C header also as C99.
+step_headers() {
+  local flags header count=0
+  read -ra flags <<<"$(pkg-config --cflags zorl2_serialize)"
+  while read -r header; do
+    echo "#include \"$header\"" | "$CXX" -std=c++17 -Wall -Wextra -Wconversion -Wshadow \
+      -Wold-style-cast -Werror "${flags[@]}" -fsyntax-only -x c++ - || die "$header on its own"
+    count=$((count + 1))
+  done < <(cd "$prefix/include/zorl2_serialize" && ls native/*.h convert/*.h c_api/*.h)
+  for header in c_api/intf_entry.h native/pvex_fault.h; do
+    echo "#include \"$header\"" | "$CC" -std=c99 -pedantic -Wall -Wextra -Werror "${flags[@]}" \
+      -fsyntax-only -x c - || die "$header as C99"
+  done
+  echo "proved: $count headers compile alone"
+}
+
+# The descriptor set and the schema serve protoc without anything else of the tree.
+step_schema() {
+  local share=$prefix/share/zorl2_serialize decoded
+  decoded=$(printf '\x0a\x04\x0a\x14\x1e\x28' |
+    protoc --descriptor_set_in="$share/zorl2.desc" --decode=zorl2.protobuf.Zorid zorid.proto |
+    tr '\n' ' ')
+  [ "$decoded" = "value: 10 value: 20 value: 30 value: 40 " ] || die "decoded: $decoded"
+  mkdir -p "$work/from-schema"
+  quiet protoc --proto_path="$share/proto" --cpp_out="$work/from-schema" "$share"/proto/*.proto
+  echo "proved: protoc reads the installed descriptor set and the installed schema"
+}
+
+# The first CMake block and the first C++ block of README.md are a project.
+step_readme() {
+  local dir=$work/readme
+  rm -rf "$dir"
+  mkdir -p "$dir"
+  block() { awk -v mark="\`\`\`$1" '$0 == mark {on = 1; next} on && /^```/ {exit} on' "$SOURCE_DIR/README.md"; }
+  block cpp >"$dir/main.cpp"
+  { printf 'cmake_minimum_required(VERSION 3.22)\nproject(readme CXX)\n'; block cmake; } \
+    >"$dir/CMakeLists.txt"
+  if [ ! -s "$dir/main.cpp" ] || ! grep -q find_package "$dir/CMakeLists.txt"; then
+    echo "README.md shows no cmake block or no cpp block"
+    exit 77
+  fi
+  configure_consumer "$dir" "$dir/build" Release
+  quiet "$CMAKE" --build "$dir/build"
+  local program
+  program=$(find "$dir/build" -maxdepth 1 -type f -perm -u+x)
+  [ "$(wc -l <<<"$program")" = 1 ] || die "one program expected: $program"
+  "$program"
+  echo "proved: what README.md shows builds and runs"
+}
+
+step_examples() {
+  local dir=$work/examples
+  rm -rf "$dir"
+  configure_consumer "$SOURCE_DIR/examples" "$dir" Release
+  quiet "$CMAKE" --build "$dir"
+  (cd "$dir" && ctest --output-on-failure)
+}
+
+step_packages() { "$SOURCE_DIR/packaging/check-packages" "$BUILD_DIR" "$work/packages"; }
+
+"step_$1"

@@ -1,0 +1,48 @@
+// Many entries through one message.
+//
+// A message keeps its storage when it is cleared, and the converter clears it first: after the
+// first entry of a size, the next ones allocate nothing for the message. The same goes for the
+// buffer of octets. One record is likewise filled again and again on the way back.
+#include <cstdio>
+#include <string>
+
+#include "convert/intf_entry_converter.h"
+#include "native/intf_entry_builder.h"
+
+static IntfEntry Entry(unsigned number) {
+  char name[32];
+  std::snprintf(name, sizeof(name), "ge-0/0/%05u", number);
+  IntfEntry::GeneralInfo general;
+  general.intf_name = name;
+  general.bridge_port_number = static_cast<std::uint16_t>(number);
+  return IntfEntryBuilder()
+      .addZorId(zorid_t{
+          {10, 0, static_cast<std::uint8_t>(number >> 8), static_cast<std::uint8_t>(number)}})
+      .addGeneralInfo(std::move(general))
+      .setInterfaceCategory(L2)
+      .Build();
+}
+
+int main() {
+  IntfEntryConverter converter;
+  zorl2::protobuf::IntfEntry message;
+  zorl2::protobuf::IntfEntry parsed;
+  std::string octets;
+  IntfEntry received;
+  std::size_t total = 0;
+  std::size_t first_size = 0;
+  for (unsigned number = 0; number < 10000; ++number) {
+    if (!converter.Convert(Entry(number), message)) return 1;
+    if (!message.SerializeToString(&octets)) return 1;  // replaces what octets held
+    total += octets.size();
+    if (number == 0) first_size = message.SpaceUsedLong();
+
+    if (!parsed.ParseFromString(octets) || !converter.Convert(parsed, received)) return 1;
+    if (received.getGeneralInfo().bridge_port_number != number) return 1;
+  }
+  std::printf(
+      "10000 entries, %zu octets; the message took %zu octets of memory after the first "
+      "and %zu after the last\n",
+      total, first_size, message.SpaceUsedLong());
+  return message.SpaceUsedLong() == first_size ? 0 : 1;
+}

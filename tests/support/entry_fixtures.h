@@ -89,7 +89,7 @@ constexpr char kFullStatusInfoText[] = R"pb(
 constexpr char kFullPhysicalInfoText[] =
     R"pb(
   intf_mtu: 9216 eth_speed: SPEED_25_GBS eth_duplex_mode: FULL
-)pb";
+    )pb";
 
 constexpr char kFullInterfaceFlagsText[] = R"pb(
   if_l2_switching: true

@@ -1,4 +1,4 @@
-#include "state/fault_recorder.h"
+#include "tests/state/fault_recorder.h"
 
 #include <cstddef>
 #include <cstdio>

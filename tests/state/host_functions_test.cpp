@@ -5,7 +5,7 @@
 #include <string>
 
 #include "native/pvex_fault.h"
-#include "state/signals.h"
+#include "tests/state/signals.h"
 
 namespace pb = zorl2::protobuf;
 

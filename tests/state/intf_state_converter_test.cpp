@@ -9,7 +9,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "state/signals.h"
+#include "tests/state/signals.h"
 
 namespace pb = zorl2::protobuf;
 

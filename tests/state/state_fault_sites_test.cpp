@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "state/fault_recorder.h"
-#include "state/signals.h"
+#include "tests/state/fault_recorder.h"
+#include "tests/state/signals.h"
 
 namespace pb = zorl2::protobuf;
 

@@ -5,8 +5,8 @@
 
 #include <tuple>
 
-#include "state/fault_recorder.h"
-#include "state/signals.h"
+#include "tests/state/fault_recorder.h"
+#include "tests/state/signals.h"
 
 namespace pb = zorl2::protobuf;
 

@@ -4,17 +4,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <exception>
-#include <functional>
 #include <iterator>
-#include <stdexcept>
 #include <string>
 #include <type_traits>
-#include <typeinfo>
 #include <vector>
 
 #include "convert/enum_serialization.h"
-#include "state/signals.h"
+#include "tests/state/signals.h"
+#include "tests/support/exceptions.h"
 
 #ifndef NDEBUG
 #error "the generated setters would refuse the numbers that this test is about"
@@ -28,6 +25,7 @@ using zorl2_test::Add;
 using zorl2_test::AddUnknownField;
 using zorl2_test::Block;
 using zorl2_test::EmptyMessage;
+using zorl2_test::ExpectMapAt;
 using zorl2_test::Id;
 using zorl2_test::kUnlisted;
 using zorl2_test::Number;
@@ -53,17 +51,6 @@ std::vector<std::int32_t> RefusedNatively() {
   std::vector<std::int32_t> numbers = {9, 10};
   numbers.insert(numbers.end(), std::begin(kUnlisted), std::end(kUnlisted));
   return numbers;
-}
-
-// Exactly this type, not one derived from it, with exactly this text.
-void ExpectMapAt(const std::function<void()>& call) {
-  try {
-    call();
-    ADD_FAILURE() << "nothing was thrown";
-  } catch (const std::exception& thrown) {
-    EXPECT_EQ(typeid(thrown), typeid(std::out_of_range)) << typeid(thrown).name();
-    EXPECT_STREQ(thrown.what(), "map::at");
-  }
 }
 
 template <typename T>

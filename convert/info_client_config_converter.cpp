@@ -1,6 +1,7 @@
 #include "convert/info_client_config_converter.h"
 
 #include "convert/enum_serialization.h"
+#include "convert/nested_message.h"
 
 namespace pb = zorl2::protobuf;
 
@@ -32,7 +33,7 @@ bool ZORL2InfoClientConfigConverter::Convert(const ZORL2InfoClientConfig& config
   const auto subscribes = [&config](InterfaceCategory category) {
     return config.interfaceCategories.count(category) != 0;
   };
-  pb::IntfCategory& flags = *message.mutable_intfcategory();
+  pb::IntfCategory& flags = ZORL2_NESTED(message, intfcategory);
   flags.set_l1(subscribes(L1));
   flags.set_l2(subscribes(L2));
   flags.set_vp(subscribes(VP));

@@ -73,13 +73,13 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
 
 bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message) {
   message.Clear();
-  ToMessage(entry.getId(), *message.mutable_zorid());
+  ToMessage(entry.getId(), ZORL2_NESTED(message, zorid));
   // Always present: the record cannot tell a missing parent from the all-zero identifier.
-  ToMessage(entry.getParent(), *message.mutable_parent());
-  ToMessage(entry.getGeneralInfo(), *message.mutable_generalinfo());
-  ToMessage(entry.getStatusInfo(), *message.mutable_statusinfo());
-  ToMessage(entry.getPhysicalInfo(), *message.mutable_physicalinfo());
-  ToMessage(entry.getTypeInfo(), *message.mutable_typeinfo());
+  ToMessage(entry.getParent(), ZORL2_NESTED(message, parent));
+  ToMessage(entry.getGeneralInfo(), ZORL2_NESTED(message, generalinfo));
+  ToMessage(entry.getStatusInfo(), ZORL2_NESTED(message, statusinfo));
+  ToMessage(entry.getPhysicalInfo(), ZORL2_NESTED(message, physicalinfo));
+  ToMessage(entry.getTypeInfo(), ZORL2_NESTED(message, typeinfo));
 
   message.mutable_shutdownprotos()->Reserve(static_cast<int>(entry.getShutdownProtos().size()));
   for (const ProtocolType protocol : entry.getShutdownProtos()) {

@@ -4,6 +4,7 @@
 
 #include "convert/enum_serialization.h"
 #include "convert/intf_entry_enum_tables.h"
+#include "convert/nested_message.h"
 
 namespace pb = zorl2::protobuf;
 
@@ -97,7 +98,7 @@ void ToMessage(const IntfEntry::TypeInfo& native, pb::TypeInfo& message) {
   message.set_interfacetype(InterfaceTypeTable::ToMessage(native.interfaceType));
   // The flags are replaced as a whole: nothing that the nested message held survives, unknown
   // fields included.
-  pb::InterfaceFlags& flags = *message.mutable_interfaceflags();
+  pb::InterfaceFlags& flags = ZORL2_NESTED(message, interfaceflags);
   flags.Clear();
   ToMessage(native.interfaceFlags, flags);
   message.set_vlantype(VlanTypeTable::ToMessage(native.vlanType));

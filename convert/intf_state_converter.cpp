@@ -76,7 +76,7 @@ bool ShutStateConverter::Convert(const ShutStateInfoSyncSignal& signal,
   intfs.Reserve(static_cast<int>(signal.shutStates.size()));
   for (const auto& [id, state] : signal.shutStates) {
     pb::ShutStateInfo& info = *intfs.Add();
-    if (!ToMessage(id, *info.mutable_zorid())) {
+    if (!ToMessage(id, ZORL2_NESTED(info, zorid))) {
       FAULT_AT(80);
     }
     info.set_state(state);
@@ -112,7 +112,7 @@ bool BlockStateConverter::Convert(const BlockStateInfoSyncSignal& signal,
   intfs.Reserve(static_cast<int>(signal.blockStates.size()));
   for (const auto& [id, state] : signal.blockStates) {
     pb::BlockStateInfo& info = *intfs.Add();
-    if (!ToMessage(id, *info.mutable_zorid())) {
+    if (!ToMessage(id, ZORL2_NESTED(info, zorid))) {
       FAULT_AT(116);
     }
     info.set_state(SerializeBlockState(state));

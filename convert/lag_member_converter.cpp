@@ -35,8 +35,8 @@ bool LagMemberConverter::Convert(const pb::LagMemberOperationProto& message,
 bool LagMemberConverter::Convert(const LagMemberOperation& operation,
                                  pb::LagMemberOperationProto& message) {
   message.Clear();
-  pb::Zorid& lag = *message.mutable_lag();
-  pb::Zorid& member = *message.mutable_member();
+  pb::Zorid& lag = ZORL2_NESTED(message, lag);
+  pb::Zorid& member = ZORL2_NESTED(message, member);
   if (!ToMessage(operation.lag, lag)) return false;
   if (!ToMessage(operation.member, member)) return false;
   message.set_token(operation.token);

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "convert/nested_message.h"
 #include "native/zorid.h"
 #include "zorid.pb.h"
 

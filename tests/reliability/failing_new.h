@@ -1,0 +1,19 @@
+// operator new that fails on demand. Linking failing_new.cpp replaces the program's own, so this
+// belongs in plain builds only: a sanitizer has a replacement of its own.
+#pragma once
+
+namespace proof {
+
+// From now on the n-th allocation fails, counted from 1, once.
+void FailAllocation(long n);
+
+// No allocation fails any more. True when the one that FailAllocation chose has failed.
+bool StopFailing();
+
+// Allocations not yet freed.
+long LiveAllocations();
+
+// Allocations since the last FailAllocation.
+long AllocationsSeen();
+
+}  // namespace proof

@@ -1,0 +1,10 @@
+// The groups of cases, each in a source file of its own.
+#pragma once
+
+namespace zorl2_bench {
+
+void RegisterEntryCases();
+void RegisterStateCases();
+void RegisterSmallCases();
+
+}  // namespace zorl2_bench

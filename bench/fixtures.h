@@ -1,0 +1,31 @@
+// The records that are measured. Made from a number, so that a batch holds no two equal ones; the
+// same number gives the same record in every run.
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "native/info_client_config.h"
+#include "native/intf_entry.h"
+#include "native/intf_state_signals.h"
+#include "native/lag_member_operation.h"
+#include "native/zorid.h"
+
+namespace zorl2_bench {
+
+zorid_t Identifier(std::uint32_t number);
+
+// A name of 20 characters, two addresses of 17, a parent, 2 shutdown protocols, 3 block entries:
+// the strings are too long to be kept in place.
+IntfEntry Entry(std::uint32_t number);
+
+ZORL2InfoClientConfig Registration(std::uint32_t number);
+LagMemberOperation Operation(std::uint32_t number);
+
+// `count` interfaces with their states, ascending or in an order that only looks random.
+enum class Order { kSorted, kShuffled };
+std::vector<std::pair<zorid_t, bool>> ShutStates(int count, Order order);
+std::vector<std::pair<zorid_t, BlockState>> BlockStates(int count, Order order);
+
+}  // namespace zorl2_bench

@@ -2,6 +2,7 @@
 // fails, so that each fault site of the state converters is reached.
 #pragma once
 
+#include "convert/nested_message.h"
 #include "native/zorid.h"
 #include "zorid.pb.h"
 

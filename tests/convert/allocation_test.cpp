@@ -40,15 +40,15 @@ TEST(Allocations, ATableThatCannotBeBuiltIsBuiltByTheNextCall) {
       },
       [&] { EXPECT_FALSE(refused); });
   EXPECT_TRUE(refused);
-  // At least one for each of the three relations.
-  EXPECT_GE(failures_of_refusal, 3);
+  // At least the text of the exception.
+  EXPECT_GE(failures_of_refusal, 1);
   pb::IntfEntry message = FullEntryMessage();
   IntfEntry entry;
   const long failures_of_category =
       FailEachAllocation([&] { IntfEntryConverter().Convert(message, entry); },
                          [&] { EXPECT_THAT(entry, EqualsNative(IntfEntry{})); });
-  // Five list elements, two strings of the full entry that are allocated, five categories.
-  EXPECT_EQ(failures_of_category, 12);
+  // At least five list elements and two strings too long to be stored inside.
+  EXPECT_GE(failures_of_category, 7);
   EXPECT_THAT(entry, EqualsNative(zorl2_test::FullEntry()));
 }
 

@@ -199,6 +199,6 @@ step_examples() {
   (cd "$dir" && ctest --output-on-failure)
 }
 
-step_packages() { "$SOURCE_DIR/packaging/check-packages" "$BUILD_DIR" "$work/packages"; }
+step_packages() { "$SOURCE_DIR/packaging/check-packages" "$work/packages"; }
 
 "step_$1"

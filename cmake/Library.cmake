@@ -14,7 +14,7 @@ set(ZORL2_SOURCES
     native/intf_entry.cpp native/intf_entry_builder.cpp
     convert/enum_serialization.cpp convert/info_client_config_converter.cpp
     convert/intf_entry_convert_helper_protobuf.cpp convert/intf_entry_convert_helper_zor.cpp
-    convert/intf_entry_converter.cpp convert/intf_entry_mapping.cpp
+    convert/intf_entry_converter.cpp
     convert/intf_state_converter.cpp convert/lag_member_converter.cpp convert/zorid_converter.cpp
     c_api/intf_entry.cpp)
 

@@ -1,6 +1,6 @@
 #include "convert/info_client_config_converter.h"
 
-#include "convert/enum_serialization.h"
+#include "convert/enum_mapping.h"
 #include "convert/nested_message.h"
 
 namespace pb = zorl2::protobuf;
@@ -13,7 +13,7 @@ bool ZORL2InfoClientConfigConverter::Convert(const pb::InformationClient& messag
                                              ZORL2InfoClientConfig& config) {
   if (!message.IsInitialized()) return false;
   config.clientAddress = message.clientaddress();
-  config.protocolType = DeserializeProtocolType(message.protocoltype());
+  config.protocolType = zorl2_mapping::ToNative(message.protocoltype());
   // Added to what the set holds, on purpose: a client widens its registration with a second one.
   const pb::IntfCategory& flags = message.intfcategory();
   if (flags.l1()) config.interfaceCategories.insert(L1);
@@ -29,7 +29,7 @@ bool ZORL2InfoClientConfigConverter::Convert(const ZORL2InfoClientConfig& config
                                              pb::InformationClient& message) {
   message.Clear();
   message.set_clientaddress(config.clientAddress);
-  message.set_protocoltype(SerializeProtocolType(config.protocolType));
+  message.set_protocoltype(zorl2_mapping::ToMessage(config.protocolType));
   const auto subscribes = [&config](InterfaceCategory category) {
     return config.interfaceCategories.count(category) != 0;
   };

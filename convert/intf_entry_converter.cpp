@@ -1,15 +1,16 @@
 #include "convert/intf_entry_converter.h"
 
-#include <map>
 #include <utility>
 
-#include "convert/enum_serialization.h"
+#include "convert/enum_mapping.h"
+#include "convert/intf_entry_enum_tables.h"
 #include "convert/intf_entry_mapping.h"
 #include "convert/zorid_mapping.h"
 #include "native/intf_entry_builder.h"
 
 namespace pb = zorl2::protobuf;
 
+using zorl2_mapping::InterfaceCategoryTable;
 using zorl2_mapping::ToMessage;
 using zorl2_mapping::ToNative;
 
@@ -50,7 +51,7 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
   builder.addTypeInfo(typeInfo);
 
   for (int i = 0; i < message.shutdownprotos_size(); ++i) {
-    builder.addShutdownProto(DeserializeProtocolType(message.shutdownprotos(i)));
+    builder.addShutdownProto(ToNative(message.shutdownprotos(i)));
   }
   for (const pb::BlockInfo& element : message.blockinfo()) {
     IntfEntry::BlockInfo blockInfo;
@@ -58,14 +59,7 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
     builder.addBlockInfo(blockInfo);
   }
 
-  static const std::map<pb::InterfaceCategory, InterfaceCategory> interfaceCategoryFromMessage = {
-      {pb::L1, L1},
-      {pb::L2, L2},
-      {pb::VP, VP},
-      {pb::L2_SUB_IF, L2_SUB_IF},
-      {pb::VIRTUAL_IF, VIRTUAL_IF},
-  };
-  builder.setInterfaceCategory(interfaceCategoryFromMessage.at(message.intfcategory()));
+  builder.setInterfaceCategory(InterfaceCategoryTable::ToNative(message.intfcategory()));
 
   entry = builder.Release();
   return true;
@@ -83,20 +77,13 @@ bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message)
 
   message.mutable_shutdownprotos()->Reserve(static_cast<int>(entry.getShutdownProtos().size()));
   for (const ProtocolType protocol : entry.getShutdownProtos()) {
-    message.add_shutdownprotos(SerializeProtocolType(protocol));
+    message.add_shutdownprotos(ToMessage(protocol));
   }
   message.mutable_blockinfo()->Reserve(static_cast<int>(entry.getBlockInfo().size()));
   for (const IntfEntry::BlockInfo& blockInfo : entry.getBlockInfo()) {
     ToMessage(blockInfo, *message.add_blockinfo());
   }
 
-  static const std::map<InterfaceCategory, pb::InterfaceCategory> interfaceCategoryToMessage = {
-      {L1, pb::L1},
-      {L2, pb::L2},
-      {VP, pb::VP},
-      {L2_SUB_IF, pb::L2_SUB_IF},
-      {VIRTUAL_IF, pb::VIRTUAL_IF},
-  };
-  message.set_intfcategory(interfaceCategoryToMessage.at(entry.getInterfaceCategory()));
+  message.set_intfcategory(InterfaceCategoryTable::ToMessage(entry.getInterfaceCategory()));
   return true;
 }

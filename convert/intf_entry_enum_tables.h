@@ -1,11 +1,12 @@
-// Not installed. The seven enumerations nested in IntfEntry, message value beside native value,
-// each list written once and read by both directions.
+// Not installed. The seven enumerations nested in IntfEntry and the category, message value beside
+// native value, each list written once and read by both directions.
 #pragma once
 
 #include <boost/bimap.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <map>
 
 #include "interface_entry.pb.h"
 #include "native/intf_entry.h"
@@ -71,6 +72,15 @@ inline constexpr EnumPair<zorl2::protobuf::VlanType, IntfEntry::VlanType> kVlanT
     {zorl2::protobuf::NONE, IntfEntry::NONE},     {zorl2::protobuf::C_VLAN, IntfEntry::C_VLAN},
     {zorl2::protobuf::S_VLAN, IntfEntry::S_VLAN}, {zorl2::protobuf::B_VLAN, IntfEntry::B_VLAN},
     {zorl2::protobuf::ANY, IntfEntry::ANY},
+};
+
+inline constexpr EnumPair<zorl2::protobuf::InterfaceCategory, InterfaceCategory>
+    kInterfaceCategoryPairs[] = {
+        {zorl2::protobuf::L1, L1},
+        {zorl2::protobuf::L2, L2},
+        {zorl2::protobuf::VP, VP},
+        {zorl2::protobuf::L2_SUB_IF, L2_SUB_IF},
+        {zorl2::protobuf::VIRTUAL_IF, VIRTUAL_IF},
 };
 
 // Both sides count from zero without a gap, so a value is its own place in the list.
@@ -139,5 +149,23 @@ using DuplexModeTable =
 using InterfaceTypeTable =
     EnumTable<zorl2::protobuf::InterfaceType, IntfEntry::InterfaceType, kInterfaceTypePairs>;
 using VlanTypeTable = EnumTable<zorl2::protobuf::VlanType, IntfEntry::VlanType, kVlanTypePairs>;
+
+// The category is refused as a std::map refuses: a std::out_of_range that says "map::at".
+struct InterfaceCategoryTable {
+  using Message = zorl2::protobuf::InterfaceCategory;
+  static_assert(IsDense(kInterfaceCategoryPairs), "a value must be its own place in the list");
+
+  static InterfaceCategory ToNative(Message value) {
+    const auto place = static_cast<std::uint32_t>(value);
+    if (place < std::size(kInterfaceCategoryPairs)) return kInterfaceCategoryPairs[place].native;
+    return std::map<Message, InterfaceCategory>().at(value);
+  }
+
+  static Message ToMessage(InterfaceCategory value) {
+    const auto place = static_cast<std::uint32_t>(value);
+    if (place < std::size(kInterfaceCategoryPairs)) return kInterfaceCategoryPairs[place].message;
+    return std::map<InterfaceCategory, Message>().at(value);
+  }
+};
 
 }  // namespace zorl2_mapping

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <map>
 
-#include "convert/enum_serialization.h"
+#include "convert/enum_mapping.h"
 #include "convert/state_merge.h"
 #include "convert/zorid_mapping.h"
 #include "native/pvex_fault.h"
@@ -99,7 +99,7 @@ bool BlockStateConverter::Convert(const pb::BlockStateSync& message,
     if (!ToNative(info.zorid(), id)) {
       FAULT_AT(100);
     }
-    states.Set(id, DeserializeBlockState(info.state()));
+    states.Set(id, ToNative(info.state()));
   }
   return true;
 }
@@ -115,7 +115,7 @@ bool BlockStateConverter::Convert(const BlockStateInfoSyncSignal& signal,
     if (!ToMessage(id, ZORL2_NESTED(info, zorid))) {
       FAULT_AT(116);
     }
-    info.set_state(SerializeBlockState(state));
+    info.set_state(ToMessage(state));
   }
   return true;
 }

@@ -11,7 +11,7 @@ namespace zorl2_mapping {
 // then; when that allocation fails, the mark stays without a message behind it, and the next
 // Clear() of the outer message faults. Here std::bad_alloc leaves the field absent.
 template <auto kGet, auto kMutable, auto kAdopt, typename Message>
-auto& Nested(Message& message) {
+[[gnu::always_inline]] inline auto& Nested(Message& message) {
   using Field = std::decay_t<decltype((message.*kGet)())>;
   // A message without the field answers with the one default instance.
   if (&(message.*kGet)() == &Field::default_instance()) {

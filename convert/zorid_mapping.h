@@ -29,7 +29,7 @@ inline bool ToNative(const zorl2::protobuf::Zorid& message, zorid_t& id) {
 // same, as they test the other direction.
 inline bool ToMessage(const zorid_t& id, zorl2::protobuf::Zorid& message) {
   auto& values = *message.mutable_value();
-  values.Reserve(kOctets);
+  if (values.Capacity() < kOctets) values.Reserve(kOctets);
   std::uint32_t* appended = values.AddNAlreadyReserved(kOctets);
   for (int i = 0; i < kOctets; ++i) appended[i] = id.octets[i];
   return true;

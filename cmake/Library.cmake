@@ -40,6 +40,7 @@ set_target_properties(zorl2_generated PROPERTIES POSITION_INDEPENDENT_CODE ON)
 add_library(zorl2_own OBJECT ${ZORL2_SOURCES})
 target_link_libraries(zorl2_own PRIVATE zorl2_object_options)
 target_sources(zorl2_own PRIVATE ${ZORL2_GENERATED_HEADERS})
+target_compile_definitions(zorl2_own PRIVATE ZORL2_NO_SPEED_TABLE)
 set_target_properties(zorl2_own PROPERTIES POSITION_INDEPENDENT_CODE ON)
 zorl2_warnings(zorl2_own)
 # The C functions promise an invalid memory access when memory runs out; the optimiser must not

@@ -171,7 +171,9 @@ class ZORL2_EXPORT IntfEntry {
 
 // The rate of each speed class in kbit/s. The last rate is 10,000,000,000 reduced modulo 2^32: ten
 // terabits do not fit the table's 32 bits, and the manager relies on the wrapped number, so it is
-// kept as it is.
+// kept as it is. Every source that includes this header has its own copy, built at load; the
+// library's sources, which never read it, leave it out.
+#ifndef ZORL2_NO_SPEED_TABLE
 const std::map<IntfEntry::EthernetSpeed, unsigned int> speedKbpsTable = {
     {IntfEntry::SPEED_UNKNOWN, 0},        {IntfEntry::SPEED_100_KBS, 100},
     {IntfEntry::SPEED_1_MBS, 1000},       {IntfEntry::SPEED_10_MBS, 10000},
@@ -180,3 +182,4 @@ const std::map<IntfEntry::EthernetSpeed, unsigned int> speedKbpsTable = {
     {IntfEntry::SPEED_40_GBS, 40000000},  {IntfEntry::SPEED_100_GBS, 100000000},
     {IntfEntry::SPEED_1_TBS, 1000000000}, {IntfEntry::SPEED_10_TBS, 1410065408},
 };
+#endif

@@ -4,6 +4,7 @@
 
 #include <google/protobuf/descriptor.pb.h>
 
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,6 +38,9 @@ struct File {
   std::vector<Message> messages;
   std::vector<Enum> enums;
 };
+
+// Names the file in the lists of tests.
+inline void PrintTo(const File& file, std::ostream* out) { *out << file.name; }
 
 inline constexpr Label kRequired = Label::kRequired;
 inline constexpr Label kOptional = Label::kOptional;

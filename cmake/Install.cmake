@@ -2,6 +2,11 @@
 include(CMakePackageConfigHelpers)
 set(headers ${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/zorl2_serialize)
+# An installed program finds the library beside it, wherever the tree stands; below /usr the loader
+# looks there anyway. The library itself is defined before this line and has no run path.
+if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
 
 install(TARGETS zorl2_serialize EXPORT zorl2_serializeTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library

@@ -32,6 +32,11 @@ step_prefix() {
     die "the library has a run path"
   readelf -d "$prefix/$LIBDIR/libzorl2_serialize.so" |
     grep -q "SONAME.*\[libzorl2_serialize.so.${VERSION%%.*}\]" || die "the soname"
+  local program
+  for program in "$prefix"/bin/*; do
+    [ -e "$program" ] || continue
+    env -u LD_LIBRARY_PATH "$program" --help >/dev/null || die "$program in the moved tree"
+  done
   echo "proved: the tree can be moved; $(find "$prefix" -type f | wc -l) files, soname" \
     "libzorl2_serialize.so.${VERSION%%.*}"
 }
@@ -116,9 +121,11 @@ step_pkg_config() {
   [ "$(pkg-config --modversion zorl2_serialize)" = "$VERSION" ] || die "the module's version"
   [ -f "$(pkg-config --variable=descriptor_set zorl2_serialize)" ] || die "the descriptor set"
   read -ra flags <<<"$(pkg-config --cflags --libs zorl2_serialize zorl2_host)"
-  "$CXX" -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/plain" "$in/entry.cpp" "${flags[@]}"
-  "$CXX" -O2 -DNDEBUG -o "$out/ndebug" "$in/entry.cpp" "${flags[@]}"
-  "$CXX" -Wl,-z,now -o "$out/now" "$in/entry.cpp" "${flags[@]}"
+  # The headers want C++17, which is what GCC speaks unasked; an older compiler must be told.
+  [ "$(echo __cplusplus | "$CXX" -E -P -x c++ -)" != 201402L ] || CXX="$CXX -std=c++17"
+  $CXX -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/plain" "$in/entry.cpp" "${flags[@]}"
+  $CXX -O2 -DNDEBUG -o "$out/ndebug" "$in/entry.cpp" "${flags[@]}"
+  $CXX -Wl,-z,now -o "$out/now" "$in/entry.cpp" "${flags[@]}"
   "$CC" -std=c99 -pedantic -Wall -Wextra -Wno-unused -D_POSIX_C_SOURCE=200809L -Werror \
     -o "$out/list" "$in/list.c" "${flags[@]}"
   "$out/plain"
@@ -133,11 +140,11 @@ step_pkg_config() {
   read -ra host <<<"$(pkg-config --cflags --libs zorl2_host)"
   local name
   for name in first second; do
-    "$CXX" -shared -fPIC -o "$out/$name.so" "$in/plugin.cpp" "${library[@]}"
+    $CXX -shared -fPIC -o "$out/$name.so" "$in/plugin.cpp" "${library[@]}"
   done
-  "$CXX" -o "$out/plugins" "$in/plugins.cpp" "${host[@]}" -ldl
+  $CXX -o "$out/plugins" "$in/plugins.cpp" "${host[@]}" -ldl
   "$out/plugins" "$out/first.so" "$out/second.so"
-  "$CXX" -o "$out/reopen" "$in/reopen.cpp" "${host[@]}" -ldl
+  $CXX -o "$out/reopen" "$in/reopen.cpp" "${host[@]}" -ldl
   "$out/reopen" "$prefix/$LIBDIR/libzorl2_serialize.so"
 }
 

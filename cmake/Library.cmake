@@ -59,9 +59,11 @@ target_compile_features(zorl2_serialize PUBLIC cxx_std_17)
 target_include_directories(zorl2_serialize PUBLIC
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize>)
+# The prefix is written out: of a system directory CMake exports a relative path as it stands.
+set(installed_generated_dir ${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize/serialize/protobuf)
 target_include_directories(zorl2_serialize SYSTEM PUBLIC
   $<BUILD_INTERFACE:${ZORL2_GENERATED_DIR}>
-  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize/serialize/protobuf>)
+  $<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${installed_generated_dir}>)
 target_link_libraries(zorl2_serialize PUBLIC protobuf::libprotobuf)
 add_dependencies(zorl2_serialize zorl2_own)
 target_link_options(zorl2_serialize PRIVATE

@@ -86,6 +86,11 @@ step_cmake() {
     echo "find_package, $type:"
     "$CMAKE" --build "$work/cmake-$type" --target prove | grep -E 'proved|FAILED'
   done
+  rm -rf "$work/c-only"
+  configure_consumer "$SOURCE_DIR/tests/install/c_only" "$work/c-only" Release
+  quiet "$CMAKE" --build "$work/c-only"
+  echo "find_package, a project that knows no C++:"
+  "$CMAKE" --build "$work/c-only" --target prove | grep -E 'proved|FAILED'
 }
 
 # The version file takes the same major version and refuses every other.

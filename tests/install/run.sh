@@ -25,9 +25,16 @@ step_prefix() {
   quiet "$CMAKE" --install "$BUILD_DIR" --prefix "$work/first-place"
   mv "$work/first-place" "$prefix"
   # The library names its source files relative to the root of the sources and carries no run path.
-  local found
-  found=$(grep -rlF -e "$work/first-place" -e "$SOURCE_DIR" -e "$BUILD_DIR" "$prefix" || true)
+  local found binary
+  found=$(grep -rlIF -e "$work/first-place" -e "$SOURCE_DIR" -e "$BUILD_DIR" "$prefix" || true)
   [ -z "$found" ] || die "these files name the place of the build: $found"
+  for binary in "$prefix/$LIBDIR/libzorl2_serialize.so" "$prefix"/bin/*; do
+    [ -e "$binary" ] || continue
+    # Debug information may name it.
+    strip --strip-debug -o "$work/stripped" "$binary"
+    grep -qF -e "$work/first-place" -e "$SOURCE_DIR" -e "$BUILD_DIR" "$work/stripped" &&
+      die "$binary names the place of the build"
+  done
   readelf -d "$prefix/$LIBDIR/libzorl2_serialize.so" | grep -E 'RPATH|RUNPATH' &&
     die "the library has a run path"
   readelf -d "$prefix/$LIBDIR/libzorl2_serialize.so" |

@@ -30,7 +30,11 @@ target_compile_options(zorl2_object_options INTERFACE
   # Paths in assertions and fault reports are relative to the root of the sources.
   -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=
   -fvisibility=hidden -fvisibility-inlines-hidden -fno-semantic-interposition -fno-plt
-  -ffunction-sections -fdata-sections)
+  -ffunction-sections -fdata-sections
+  # Overrun buffers end the process instead of going on. No immediate binding at the link below:
+  # the host's functions may be resolved as late as their first call.
+  -fstack-protector-strong
+  $<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
 
 add_library(zorl2_generated OBJECT ${ZORL2_GENERATED_SOURCES})
 target_link_libraries(zorl2_generated PRIVATE zorl2_object_options)

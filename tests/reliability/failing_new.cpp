@@ -10,9 +10,12 @@ std::atomic<long> live{0};
 std::atomic<long> seen{0};
 std::atomic<long> failing{0};  // 0: none
 std::atomic<bool> failed{false};
+std::atomic<std::size_t> sizes[16];
 
 void* Allocate(std::size_t size) noexcept {
-  if (++seen == failing) {
+  const long n = ++seen;
+  if (n <= 16) sizes[n - 1] = size;
+  if (n == failing) {
     failed = true;
     return nullptr;
   }
@@ -55,6 +58,6 @@ bool StopFailing() {
 
 long LiveAllocations() { return live; }
 
-long AllocationsSeen() { return seen; }
+std::size_t AllocationSize(long n) { return sizes[n - 1]; }
 
 }  // namespace proof

@@ -2,6 +2,8 @@
 // belongs in plain builds only: a sanitizer has a replacement of its own.
 #pragma once
 
+#include <cstddef>
+
 namespace proof {
 
 // From now on the n-th allocation fails, counted from 1, once.
@@ -13,7 +15,7 @@ bool StopFailing();
 // Allocations not yet freed.
 long LiveAllocations();
 
-// Allocations since the last FailAllocation.
-long AllocationsSeen();
+// The size asked for in the n-th allocation since the last FailAllocation, for n up to 16.
+std::size_t AllocationSize(long n);
 
 }  // namespace proof

@@ -153,6 +153,20 @@ TEST(NativeExhaustion, ListIsNullWithoutHeaderOrArrayAndFaultsWithoutABuffer) {
   EXPECT_EQ(SignalOf([] { init_intf_entry_list(3); }, 12), 0);
 }
 
+TEST(NativeExhaustion, BuffersHaveTheirSizes) {
+  proof::FailAllocation(0);
+  intf_entry_t* entry = init_intf_entry();
+  const std::size_t sizes[] = {sizeof(intf_entry_t), 64, 32, 32};
+  for (long n = 1; n <= 4; ++n) EXPECT_EQ(proof::AllocationSize(n), sizes[n - 1]) << n;
+  destroy_intf_entry(&entry);
+
+  proof::FailAllocation(0);
+  intf_entry_list_t* list = init_intf_entry_list(1);
+  EXPECT_EQ(proof::AllocationSize(2), sizeof(intf_entry_t));
+  for (long n = 3; n <= 5; ++n) EXPECT_EQ(proof::AllocationSize(n), sizes[n - 2]) << n;
+  destroy_intf_entry_list(&list);
+}
+
 TEST(NativeExhaustion, DestroyFunctionsFreeEverything) {
   const long before = proof::LiveAllocations();
   intf_entry_t* entry = init_intf_entry();
@@ -163,6 +177,18 @@ TEST(NativeExhaustion, DestroyFunctionsFreeEverything) {
     ASSERT_NE(list, nullptr);
     EXPECT_EQ(proof::LiveAllocations(), before + 2 + 3 * static_cast<long>(count));
     destroy_intf_entry_list(&list);
+    EXPECT_EQ(proof::LiveAllocations(), before);
+  }
+}
+
+TEST(NativeExhaustion, ABufferSetToNullIsSkippedAndTheOthersAreFreed) {
+  for (char* intf_entry_t::*buffer : {&intf_entry_t::intf_name, &intf_entry_t::phy_addr,
+                                      &intf_entry_t::redundancy_group_phy_addr}) {
+    const long before = proof::LiveAllocations();
+    intf_entry_t* entry = init_intf_entry();
+    delete[](entry->*buffer);
+    entry->*buffer = nullptr;
+    destroy_intf_entry(&entry);
     EXPECT_EQ(proof::LiveAllocations(), before);
   }
 }

@@ -13,7 +13,8 @@ LagMemberConverter::~LagMemberConverter() = default;
 
 bool LagMemberConverter::Convert(const pb::LagMemberOperationProto& message,
                                  LagMemberOperation& operation) {
-  // Nothing is required by the schema, so there is no initialisation to test.
+  // Always true for a message without required fields; tested as in every converter.
+  if (!message.IsInitialized()) return false;
   if (!message.has_lag() || !message.has_member()) return false;
   // Through temporaries: a malformed identifier zeroes its destination, and a refused operation
   // must not touch the record.

@@ -1,0 +1,91 @@
+#include "tools/record_stream.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace zorl2_inspect {
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+// As many as a 32-bit length takes.
+constexpr std::size_t kLongestPrefix = 5;
+
+}  // namespace
+
+RecordStream::RecordStream(int descriptor, std::size_t longest)
+    : descriptor_(descriptor), longest_(longest), buffer_(kBufferSize) {}
+
+bool RecordStream::Want(std::size_t count) {
+  if (end_ - begin_ >= count) return true;
+  std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+  buffer_offset_ += begin_;
+  end_ -= begin_;
+  begin_ = 0;
+  while (end_ < count && !at_end_) {
+    // Doubled rather than sized as claimed: a claim costs memory only when the bytes are there.
+    if (end_ == buffer_.size()) buffer_.resize(std::min(buffer_.size() * 2, count));
+    const ssize_t got = read(descriptor_, buffer_.data() + end_, buffer_.size() - end_);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) read_error_ = errno;
+    at_end_ = got <= 0;
+    if (got > 0) end_ += static_cast<std::size_t>(got);
+  }
+  return end_ >= count;
+}
+
+RecordStream::Status RecordStream::Broken(std::string problem) {
+  problem_ = read_error_ != 0 ? fmt::format("cannot read on: {}", std::strerror(read_error_))
+                              : std::move(problem);
+  return Status::kBroken;
+}
+
+RecordStream::Status RecordStream::Skip(std::uint64_t length) {
+  std::uint64_t left = length;
+  while (left > 0) {
+    if (begin_ == end_ && !Want(1)) {
+      return Broken(fmt::format("expected {} bytes of a record, found {}", length, length - left));
+    }
+    const std::uint64_t step = std::min<std::uint64_t>(left, end_ - begin_);
+    begin_ += static_cast<std::size_t>(step);
+    left -= step;
+  }
+  problem_ =
+      fmt::format("{} bytes, more than the {} that a record may have here", length, longest_);
+  return Status::kSkipped;
+}
+
+RecordStream::Status RecordStream::Next(std::string_view* record) {
+  offset_ = consumed();
+  if (!Want(kLongestPrefix) && begin_ == end_) {
+    return read_error_ != 0 ? Broken("") : Status::kEnd;
+  }
+  std::uint64_t length = 0;
+  std::size_t size = 0;
+  for (bool more = true; more; ++size) {
+    if (size == kLongestPrefix) {
+      return Broken("expected the length of a record, found a varint of more than five bytes");
+    }
+    if (begin_ + size == end_) {
+      return Broken("expected the length of a record, found the end of the stream");
+    }
+    const auto byte = static_cast<std::uint8_t>(buffer_[begin_ + size]);
+    length |= static_cast<std::uint64_t>(byte & 0x7f) << (7 * size);
+    more = byte >= 0x80;
+  }
+  begin_ += size;
+  content_offset_ = consumed();
+  if (length > longest_) return Skip(length);
+  if (!Want(static_cast<std::size_t>(length))) {
+    return Broken(fmt::format("expected {} bytes of a record, found {}", length, end_ - begin_));
+  }
+  *record = std::string_view(buffer_.data() + begin_, static_cast<std::size_t>(length));
+  begin_ += static_cast<std::size_t>(length);
+  return Status::kRecord;
+}
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,7 @@
+#include "tools/snapshot_command.h"
+
+namespace zorl2_inspect {
+
+void AddSnapshotCommand(CLI::App&, int&) {}
+
+}  // namespace zorl2_inspect

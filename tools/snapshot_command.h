@@ -1,0 +1,10 @@
+#pragma once
+
+#include <CLI/App.hpp>
+
+namespace zorl2_inspect {
+
+// Adds "snapshot"; when it is chosen it runs and leaves its exit status.
+void AddSnapshotCommand(CLI::App& app, int& status);
+
+}  // namespace zorl2_inspect

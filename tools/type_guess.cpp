@@ -1,0 +1,186 @@
+#include "tools/type_guess.h"
+
+#include <fmt/format.h>
+#include <google/protobuf/message.h>
+#include <google/protobuf/unknown_field_set.h>
+
+#include <algorithm>
+#include <memory>
+#include <tuple>
+
+#include "tools/message_types.h"
+#include "zorid.pb.h"
+
+namespace zorl2_inspect {
+namespace {
+
+using google::protobuf::Descriptor;
+using google::protobuf::FieldDescriptor;
+using google::protobuf::Message;
+using google::protobuf::Reflection;
+
+// How badly a type fits; the smaller the better, compared in this order.
+struct Fit {
+  bool broken = false;      // the bytes do not parse to their end
+  int unknown = 0;          // fields that the type has not
+  int implausible = 0;      // identifiers of another size, text that is no text
+  std::size_t missing = 0;  // required fields
+  int known = 0;            // fields that the type has
+
+  std::tuple<int, bool, std::size_t, int> Key() const {
+    return {unknown + implausible, broken, missing, unknown};
+  }
+};
+
+// Enough to tell; a message of a million values is not walked to its end.
+constexpr int kMostElements = 64;
+
+bool IsPlausibleText(const std::string& text) {
+  return std::none_of(text.begin(), text.end(), [](char character) {
+    const auto byte = static_cast<unsigned char>(character);
+    return byte < 0x20 && byte != '\n' && byte != '\t' && byte != '\r';
+  });
+}
+
+void Weigh(const Message& message, Fit& fit) {
+  const Reflection& reflection = *message.GetReflection();
+  fit.unknown += reflection.GetUnknownFields(message).field_count();
+  if (message.GetDescriptor() == zorl2::protobuf::Zorid::descriptor()) {
+    const auto& id = static_cast<const zorl2::protobuf::Zorid&>(message);
+    const int seen = std::min(id.value_size(), kMostElements);
+    bool octets = id.value_size() == 4;
+    for (int i = 0; i < seen; ++i) octets = octets && id.value(i) <= 255;
+    if (!octets) ++fit.implausible;
+  }
+  std::vector<const FieldDescriptor*> fields;
+  reflection.ListFields(message, &fields);
+  for (const FieldDescriptor* field : fields) {
+    ++fit.known;
+    const int count =
+        field->is_repeated() ? std::min(reflection.FieldSize(message, field), kMostElements) : 1;
+    if (field->cpp_type() == FieldDescriptor::CPPTYPE_STRING) {
+      if (!IsPlausibleText(reflection.GetString(message, field))) ++fit.implausible;
+    } else if (field->cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE) {
+      for (int i = 0; i < count; ++i) {
+        Weigh(field->is_repeated() ? reflection.GetRepeatedMessage(message, field, i)
+                                   : reflection.GetMessage(message, field),
+              fit);
+      }
+    }
+  }
+}
+
+std::string Names(const std::vector<const Descriptor*>& types) {
+  std::string names;
+  for (const Descriptor* type : types) {
+    if (!names.empty()) names += ", ";
+    names += type->name();
+  }
+  return names;
+}
+
+TypeGuess Ambiguous(const std::vector<const Descriptor*>& types) {
+  return {nullptr,
+          fmt::format("expected --type, because it reads equally well as {}", Names(types))};
+}
+
+bool HasFieldNamed(const Descriptor& type, const std::string& name) {
+  if (type.FindFieldByName(name) != nullptr) return true;
+  for (int i = 0; i < type.field_count(); ++i) {
+    if (type.field(i)->json_name() == name) return true;
+  }
+  return false;
+}
+
+bool RequiresOnly(const Descriptor& type, const std::vector<std::string>& names) {
+  for (int i = 0; i < type.field_count(); ++i) {
+    const FieldDescriptor& field = *type.field(i);
+    if (field.is_required() &&
+        std::none_of(names.begin(), names.end(), [&](const std::string& name) {
+          return name == field.name() || name == field.json_name();
+        })) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+TypeGuess GuessFromWire(std::string_view bytes) {
+  if (bytes.empty()) {
+    return {nullptr, "expected --type, because an empty message may be of any type"};
+  }
+  std::vector<const Descriptor*> best;
+  Fit best_fit;
+  for (const Descriptor* type : MessageTypes()) {
+    const std::unique_ptr<Message> message = NewMessage(*type);
+    Fit fit;
+    fit.broken = !message->ParsePartialFromArray(bytes.data(), static_cast<int>(bytes.size()));
+    Weigh(*message, fit);
+    if (fit.known == 0) continue;
+    std::vector<std::string> missing;
+    message->FindInitializationErrors(&missing);
+    fit.missing = missing.size();
+    if (!best.empty() && best_fit.Key() < fit.Key()) continue;
+    if (best.empty() || fit.Key() < best_fit.Key()) {
+      best.clear();
+      best_fit = fit;
+    }
+    best.push_back(type);
+  }
+  if (best.empty() || best_fit.known < best_fit.unknown) {
+    return {nullptr, "expected a message, found bytes that no message type takes"};
+  }
+  if (best.size() > 1) return Ambiguous(best);
+  if (best_fit.broken) {
+    return {best.front(), fmt::format("the bytes before the damage fit it best, {} fields of it "
+                                      "are known",
+                                      best_fit.known)};
+  }
+  if (best_fit.unknown + best_fit.implausible > 0 || best_fit.missing > 0) {
+    return {best.front(), fmt::format("it fits best: {} fields known, {} unknown, {} required ones "
+                                      "missing",
+                                      best_fit.known, best_fit.unknown, best_fit.missing)};
+  }
+  return {best.front(),
+          fmt::format("alone in knowing all {} fields and missing none", best_fit.known)};
+}
+
+TypeGuess GuessFromNames(const std::vector<std::string>& names, NameGuesser& guesser) {
+  if (names.empty()) {
+    return {nullptr, "expected --type, because an empty message may be of any type"};
+  }
+  std::vector<const Descriptor*> best;
+  std::tuple<std::size_t, bool> best_key;
+  for (const Descriptor* type : MessageTypes()) {
+    std::size_t known = 0;
+    for (const std::string& name : names) known += HasFieldNamed(*type, name) ? 1 : 0;
+    if (known == 0) continue;
+    const std::tuple<std::size_t, bool> key = {known, RequiresOnly(*type, names)};
+    if (!best.empty() && key < best_key) continue;
+    if (best.empty() || key > best_key) {
+      best.clear();
+      best_key = key;
+    }
+    best.push_back(type);
+  }
+  if (best.empty()) {
+    return {nullptr, fmt::format("expected a message, found \"{}\", a field of no message type",
+                                 names.front())};
+  }
+  if (best.size() > 1) {
+    std::vector<const Descriptor*> taking;
+    for (const Descriptor* type : best) {
+      if (guesser.Takes(*type)) taking.push_back(type);
+    }
+    if (taking.size() != 1) return Ambiguous(taking.empty() ? best : taking);
+    return {taking.front(), "alone in taking all its values"};
+  }
+  const std::size_t known = std::get<0>(best_key);
+  return {best.front(), known == names.size()
+                            ? std::string("from the names of its fields")
+                            : fmt::format("it has {} of the {} fields named", known, names.size())};
+}
+
+}  // namespace zorl2_inspect

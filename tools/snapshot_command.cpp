@@ -1,7 +1,95 @@
 #include "tools/snapshot_command.h"
 
-namespace zorl2_inspect {
+#include <unistd.h>
 
-void AddSnapshotCommand(CLI::App&, int&) {}
+#include <CLI/Validators.hpp>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "convert/info_client_config_converter.h"
+#include "convert/intf_entry_converter.h"
+#include "tools/error.h"
+#include "tools/kernel_links.h"
+#include "tools/output.h"
+
+namespace zorl2_inspect {
+namespace {
+
+namespace pb = zorl2::protobuf;
+
+struct Options {
+  std::string file = "-";
+  std::string form;
+};
+
+// The snapshot answers a client that asked for everything and acts for no protocol.
+ZORL2InfoClientConfig Client() {
+  ZORL2InfoClientConfig client;
+  client.protocolType = PROTOCOL_UNKNOWN;
+  client.interfaceCategories = {L1, L2, VP, L2_SUB_IF, VIRTUAL_IF};
+  client.clientAddress = 1;
+  client.token = "zorl2-inspect";
+  return client;
+}
+
+int Run(const Options& options) {
+  static const std::map<std::string, MessageForm> forms = {{"wire", MessageForm::kWire},
+                                                           {"hex", MessageForm::kHex},
+                                                           {"json", MessageForm::kJson},
+                                                           {"text", MessageForm::kText}};
+  pb::IntfEntryList list;
+  if (!ZORL2InfoClientConfigConverter().Convert(Client(), *list.mutable_infoclient())) {
+    throw std::runtime_error("the registration cannot be converted");
+  }
+  IntfEntryConverter converter;
+  for (const IntfEntry& entry : KernelEntries()) {
+    if (!converter.Convert(entry, *list.add_intfentry())) {
+      throw std::runtime_error("the interface " + entry.getGeneralInfo().intf_name +
+                               " cannot be converted");
+    }
+  }
+  std::string form = options.form;
+  if (form.empty()) form = options.file == "-" && isatty(STDOUT_FILENO) == 1 ? "json" : "wire";
+  Output output(options.file);
+  output.Write(MessageIn(forms.at(form), list, false));
+  output.Finish();
+  return kExitOk;
+}
+
+}  // namespace
+
+void AddSnapshotCommand(CLI::App& app, int& status) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command = app.add_subcommand(
+      "snapshot", "Takes the network interfaces of this machine as an IntfEntryList");
+  command->add_option("FILE", options->file, "The file to write; standard output when left out")
+      ->type_name("");
+  command
+      ->add_option("--output", options->form,
+                   "wire, json, text or hex; wire when left out, json on a terminal")
+      ->check(CLI::IsMember({"wire", "json", "text", "hex"}))
+      ->type_name("FORM");
+  command->footer(
+      "What becomes of what:\n"
+      "  zorid             the interface index as four octets, the most significant first\n"
+      "  parent            the master, else the lower link of a VLAN, else 0.0.0.0\n"
+      "  generalInfo       name, MAC address, bridge port number; no redundancy group\n"
+      "  statusInfo        IFF_UP, operational state, carrier, speed in kbit/s (0: not known);\n"
+      "                    configShutdown: not IFF_UP; extraBlocking: STP does not forward\n"
+      "  physicalInfo      MTU, speed class (SPEED_UNKNOWN: none fits), duplex mode\n"
+      "  interfaceType     ETHERNET_L2_VLAN, ETHERNET_BUNDLE (bond, team), ETHERNET, else OTHER\n"
+      "  interfaceFlags    if_l2_switching: bridge port; if_in_bundle: port of a bond or team;\n"
+      "                    l2_bundle: bundle that is a bridge port; l2_sub_if: VLAN;\n"
+      "                    point_to_point, if_multicast: the kernel's flags\n"
+      "  vlanType          S_VLAN for 802.1ad, C_VLAN for 802.1Q, else NONE\n"
+      "  blockInfo         STP, for a bridge port: forwarding or not\n"
+      "  intfCategory      L2_SUB_IF: VLAN; L2: bridge port; L1: physical; else VIRTUAL_IF\n"
+      "Examples:\n"
+      "  zorl2-inspect snapshot --output json\n"
+      "  zorl2-inspect snapshot | zorl2-inspect show -");
+  command->callback([options, &status] { status = Run(*options); });
+}
 
 }  // namespace zorl2_inspect

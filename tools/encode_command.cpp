@@ -1,7 +1,146 @@
 #include "tools/encode_command.h"
 
-namespace zorl2_inspect {
+#include <fmt/format.h>
+#include <google/protobuf/descriptor.h>
+#include <google/protobuf/util/delimited_message_util.h>
+#include <unistd.h>
 
-void AddEncodeCommand(CLI::App&, int&) {}
+#include <CLI/Validators.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tools/error.h"
+#include "tools/input.h"
+#include "tools/message_text.h"
+#include "tools/message_types.h"
+
+namespace zorl2_inspect {
+namespace {
+
+struct Options {
+  std::vector<std::string> files;
+  std::string type;
+  std::string form;
+  std::string output = "-";
+  bool delimited = false;
+};
+
+using google::protobuf::Descriptor;
+using google::protobuf::Message;
+using Messages = std::vector<std::unique_ptr<Message>>;
+
+std::string ReadWhole(const std::string& file) {
+  const int descriptor = OpenInput(file);
+  std::string content;
+  char block[1 << 16];
+  ssize_t got = 0;
+  while ((got = read(descriptor, block, sizeof(block))) != 0) {
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) break;
+    content.append(block, static_cast<std::size_t>(got));
+    if (content.size() > kLongestInput) break;
+  }
+  const int error = errno;
+  close(descriptor);
+  if (got < 0)
+    throw InputError(InputName(file), "", fmt::format("cannot read: {}", std::strerror(error)));
+  if (content.size() > kLongestInput) {
+    throw InputError(InputName(file), "", "expected at most 512 MiB of text");
+  }
+  return content;
+}
+
+void Append(const std::string& file, const Options& options, Messages* messages) {
+  const std::string content = ReadWhole(file);
+  std::string_view text = content;
+  if (text.substr(0, 3) == "\xef\xbb\xbf") text.remove_prefix(3);
+  const MessageText input{InputName(file), text};
+  const bool json = options.form.empty() ? LooksLikeJson(text) : options.form == "json";
+  const Descriptor* type = nullptr;
+  if (!options.type.empty()) {
+    type = FindMessageType(options.type);
+    if (type == nullptr) {
+      throw InputError(input.name, "",
+                       fmt::format("expected a message type with --type, found \"{}\" "
+                                   "(\"zorl2-inspect types\" lists them)",
+                                   options.type));
+    }
+  } else {
+    const TextTypeGuess guess = GuessTypeOfText(input, json);
+    if (guess.type == nullptr) throw InputError(input.name, "", guess.reason);
+    type = guess.type;
+    PrintNote(fmt::format("{}: read as {}, type {} guessed: {}", input.name,
+                          json ? "JSON" : "protobuf text", type->name(), guess.reason));
+  }
+  for (auto& message : ReadMessages(input, json, *type)) messages->push_back(std::move(message));
+}
+
+void Write(const Messages& messages, const Options& options, std::ostream& out) {
+  for (const auto& message : messages) {
+    if (options.delimited) {
+      google::protobuf::util::SerializeDelimitedToOstream(*message, &out);
+    } else {
+      message->SerializeToOstream(&out);
+    }
+  }
+  out.flush();
+  if (!out) {
+    throw InputError(options.output == "-" ? "standard output" : options.output, "",
+                     fmt::format("cannot write: {}", std::strerror(errno)));
+  }
+}
+
+int Run(const Options& options) {
+  Messages messages;
+  for (const std::string& file : options.files) Append(file, options, &messages);
+  if (messages.size() != 1 && !options.delimited) {
+    throw InputError(InputName(options.files.front()), "",
+                     fmt::format("expected one message, found {} (--delimited writes several)",
+                                 messages.size()));
+  }
+  // Nothing is written before all of the input is known to be good.
+  if (options.output == "-") {
+    Write(messages, options, std::cout);
+    return kExitOk;
+  }
+  std::ofstream out(options.output, std::ios::binary | std::ios::trunc);
+  if (!out) {
+    throw InputError(options.output, "",
+                     fmt::format("cannot open for writing: {}", std::strerror(errno)));
+  }
+  Write(messages, options, out);
+  return kExitOk;
+}
+
+}  // namespace
+
+void AddEncodeCommand(CLI::App& app, int& status) {
+  auto options = std::make_shared<Options>();
+  CLI::App* command = app.add_subcommand(
+      "encode", "Turns JSON or protobuf text into wire bytes, or several messages into a stream");
+  command->add_option("FILE", options->files, "The files to read; - for standard input")
+      ->required()
+      ->type_name("");
+  command->add_option("--type", options->type, "The message type; guessed when left out")
+      ->type_name("NAME");
+  command->add_option("--input", options->form, "json or text; guessed when left out")
+      ->check(CLI::IsMember({"json", "text"}))
+      ->type_name("FORM");
+  command->add_flag("--delimited", options->delimited,
+                    "Write each message behind its length; JSON may then hold an array of "
+                    "messages, or several one after the other");
+  command->add_option("-o,--output", options->output, "The file to write; - for standard output")
+      ->type_name("FILE");
+  command->footer(
+      "Example:\n"
+      "  echo '{\"value\": [0, 0, 0, 7]}' | zorl2-inspect encode --type Zorid - | xxd");
+  command->callback([options, &status] { status = Run(*options); });
+}
 
 }  // namespace zorl2_inspect

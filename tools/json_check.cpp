@@ -309,7 +309,7 @@ class Checker {
 
 }  // namespace
 
-TextPosition PositionOf(std::string_view text, std::size_t offset) {
+TextPlace PlaceAt(std::string_view text, std::size_t offset) {
   const std::string_view before = text.substr(0, std::min(offset, text.size()));
   const std::size_t newline = before.rfind('\n');
   const std::string_view line =

@@ -13,12 +13,12 @@
 namespace zorl2_inspect {
 
 // Counted from 1, columns in characters.
-struct TextPosition {
+struct TextPlace {
   std::size_t line;
   std::size_t column;
 };
 
-TextPosition PositionOf(std::string_view text, std::size_t offset);
+TextPlace PlaceAt(std::string_view text, std::size_t offset);
 
 struct JsonProblem {
   std::size_t offset;

@@ -86,23 +86,24 @@ std::string UnknownText(const UnknownFieldSet* fields, int index) {
 // Writes down what the differencer finds.
 class Collector : public MessageDifferencer::Reporter {
  public:
-  explicit Collector(std::vector<FieldChange>* changes) : changes_(changes) {}
+  Collector(const Message& before, const Message& after, std::vector<FieldChange>* changes)
+      : before_(before), after_(after), changes_(changes) {}
 
-  void ReportAdded(const Message& before, const Message& after, const Path& path) override {
-    Report(FieldChange::Kind::kAdded, before, after, path);
+  // The differencer passes the messages around the last field; the path is followed from the top.
+  void ReportAdded(const Message&, const Message&, const Path& path) override {
+    Report(FieldChange::Kind::kAdded, path);
   }
-  void ReportDeleted(const Message& before, const Message& after, const Path& path) override {
-    Report(FieldChange::Kind::kRemoved, before, after, path);
+  void ReportDeleted(const Message&, const Message&, const Path& path) override {
+    Report(FieldChange::Kind::kRemoved, path);
   }
-  void ReportModified(const Message& before, const Message& after, const Path& path) override {
-    Report(FieldChange::Kind::kChanged, before, after, path);
+  void ReportModified(const Message&, const Message&, const Path& path) override {
+    Report(FieldChange::Kind::kChanged, path);
   }
 
  private:
-  void Report(FieldChange::Kind kind, const Message& before, const Message& after,
-              const Path& path) {
-    const Message* old_parent = &before;
-    const Message* new_parent = &after;
+  void Report(FieldChange::Kind kind, const Path& path) {
+    const Message* old_parent = &before_;
+    const Message* new_parent = &after_;
     FieldChange change{kind, "", "", ""};
     for (std::size_t i = 0; i < path.size(); ++i) {
       const SpecificField& step = path[i];
@@ -169,6 +170,8 @@ class Collector : public MessageDifferencer::Reporter {
     return fmt::format("[{}]", index);
   }
 
+  const Message& before_;
+  const Message& after_;
   std::vector<FieldChange>* changes_;
 };
 
@@ -192,7 +195,7 @@ const pb::IntfEntry* EntryIn(const Message& message) {
 std::vector<FieldChange> CompareFields(const Message& before, const Message& after,
                                        const FieldDescriptor* without) {
   std::vector<FieldChange> changes;
-  Collector collector(&changes);
+  Collector collector(before, after, &changes);
   MessageDifferencer differencer;
   differencer.ReportDifferencesTo(&collector);
   if (without != nullptr) differencer.IgnoreField(without);

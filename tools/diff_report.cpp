@@ -78,6 +78,10 @@ std::string FieldLine(const FieldChange& field) {
   }
 }
 
+std::string Elements(std::size_t count) {
+  return fmt::format("{} element{}", count, count == 1 ? "" : "s");
+}
+
 std::size_t CountOf(const DiffResult& result, Kind kind) {
   std::size_t count = 0;
   for (const ElementChange& change : result.changes) count += change.kind == kind ? 1 : 0;
@@ -98,14 +102,14 @@ std::string AsJson(const Message& message) {
 void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResult& result,
                   const Palette& paint, std::FILE* out) {
   if (result.equal()) {
-    fmt::print(out, "no difference in {} element{}\n", result.same, result.same == 1 ? "" : "s");
+    fmt::print(out, "no difference in {}\n", Elements(result.same));
     return;
   }
-  fmt::print(
-      out, "{}\n{}\n\n",
-      paint(Colour::kRed, fmt::format("--- {} ({} elements)", before.name, result.elements_before)),
-      paint(Colour::kGreen,
-            fmt::format("+++ {} ({} elements)", after.name, result.elements_after)));
+  fmt::print(out, "{}\n{}\n\n",
+             paint(Colour::kRed,
+                   fmt::format("--- {} ({})", before.name, Elements(result.elements_before))),
+             paint(Colour::kGreen,
+                   fmt::format("+++ {} ({})", after.name, Elements(result.elements_after))));
   for (const ElementChange& change : result.changes) {
     static const char* const kMarks[] = {"+", "-", "~"};
     const Message& shown = change.after != nullptr ? *change.after : *change.before;

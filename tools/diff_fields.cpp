@@ -97,6 +97,9 @@ class Collector : public MessageDifferencer::Reporter {
     Report(FieldChange::Kind::kRemoved, path);
   }
   void ReportModified(const Message&, const Message&, const Path& path) override {
+    // A message that differs is reported behind the fields of it that do.
+    const FieldDescriptor* field = path.back().field;
+    if (field != nullptr && field->message_type() != nullptr) return;
     Report(FieldChange::Kind::kChanged, path);
   }
 

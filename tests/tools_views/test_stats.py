@@ -74,7 +74,7 @@ class Stats(ToolTest):
     def test_malformed_records_are_listed_with_their_offsets_and_the_rest_is_read(self):
         good = wire.entry()
         damaged = good[:20] + b"\xff" * 11 + good[31:]
-        stream = wire.delimited(good, damaged, good, good[:6], good)
+        stream = wire.delimited(good, damaged, good, good[:8], good)
         report = self.report(stream, status=1)
         self.assertEqual([report[k] for k in ("records", "good", "malformed", "incomplete")],
                          [5, 3, 1, 1])

@@ -14,6 +14,7 @@
 #include "tools/error.h"
 #include "tools/input.h"
 #include "tools/message_types.h"
+#include "tools/output_check.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -72,10 +73,8 @@ int Run(const Options& options) {
 
 void AddDiffCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand(
-      "diff",
-      "Tells what was added, removed and changed between two captures, entry by entry and\nfield "
-      "by field");
+  CLI::App* command =
+      app.add_subcommand("diff", "Tell what was added, removed and changed between two captures");
   command->add_option("A", options->before, "The earlier capture")->required()->type_name("");
   command->add_option("B", options->after, "The later capture; one of both may be -")
       ->required()
@@ -85,13 +84,12 @@ void AddDiffCommand(CLI::App& app, int& status) {
   AddColourOption(*command, options->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
-      "their order makes no difference. A list and a single entry can be compared, and so can a\n"
-      "list and a delimited stream of entries where --delimited fits both. Exit status: 0 equal,\n"
-      "1 different, 2 error.\n\n"
+      "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
+      "0 equal, 1 different, 2 error.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");
-  command->callback([options, &status] { status = Run(*options); });
+  command->callback([options, &status] { status = WithOutput([&] { return Run(*options); }); });
 }
 
 }  // namespace zorl2_inspect

@@ -123,7 +123,7 @@ int Run(const Options& options) {
 void AddEncodeCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
   CLI::App* command = app.add_subcommand(
-      "encode", "Turns JSON or protobuf text into wire bytes, or several messages into a stream");
+      "encode", "Turn JSON or protobuf text into wire bytes, or several messages into a stream");
   command->add_option("FILE", options->files, "The files to read; - for standard input")
       ->required()
       ->type_name("");

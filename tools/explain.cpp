@@ -3,7 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
+#include <system_error>
 #include <vector>
 
 #include "tools/plain_text.h"
@@ -17,8 +19,8 @@ using google::protobuf::FieldDescriptor;
 
 constexpr std::size_t kBytesPerLine = 8;
 constexpr std::size_t kBytesWidth = 3 * kBytesPerLine - 1;
-constexpr std::size_t kPathWidth = 42;
-constexpr std::size_t kTypeWidth = 24;
+constexpr std::size_t kPathWidth = 50;
+constexpr std::size_t kTypeWidth = 23;
 constexpr std::size_t kBufferSize = 1 << 16;
 
 std::string TypeName(const FieldDescriptor& field) {
@@ -59,8 +61,6 @@ class Printer : public WireVisitor {
         out_(out),
         annotator_(type) {}
 
-  ~Printer() override { Flush(); }
-
   void OnField(const WireField& field) override {
     ++summary_.fields;
     notes_.clear();
@@ -95,6 +95,13 @@ class Printer : public WireVisitor {
     Put("\n");
   }
 
+  void Flush() {
+    if (std::fwrite(buffer_.data(), 1, buffer_.size(), out_) != buffer_.size()) {
+      throw std::system_error(errno, std::generic_category());
+    }
+    buffer_.clear();
+  }
+
   ExplainSummary& summary() { return summary_; }
 
  private:
@@ -105,11 +112,6 @@ class Printer : public WireVisitor {
   void Put(std::string_view text) {
     buffer_ += text;
     if (buffer_.size() >= kBufferSize) Flush();
-  }
-
-  void Flush() {
-    std::fwrite(buffer_.data(), 1, buffer_.size(), out_);
-    buffer_.clear();
   }
 
   void Start(std::size_t offset, std::string_view bytes) {
@@ -157,6 +159,7 @@ ExplainSummary Explain(std::string_view bytes, const Descriptor& type, std::size
                        const ExplainOptions& options, std::FILE* out) {
   Printer printer(bytes, type, first_offset, options, out);
   WalkWire(bytes, type, first_offset, printer);
+  printer.Flush();
   return std::move(printer.summary());
 }
 

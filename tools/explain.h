@@ -32,7 +32,7 @@ struct ExplainSummary {
 // Prints one line for each field of a message, down to the leaf, in the order of the bytes: offset,
 // bytes, path, type, value, and what becomes of the field where that is not the obvious. Goes on
 // behind damage where it can. Memory does not grow with the number of fields, except for one number
-// for each interface of a state signal.
+// for each interface of a state signal. Throws std::system_error when it cannot write.
 ExplainSummary Explain(std::string_view bytes, const google::protobuf::Descriptor& type,
                        std::size_t first_offset, const ExplainOptions& options, std::FILE* out);
 

@@ -12,6 +12,7 @@
 #include "tools/error.h"
 #include "tools/explain.h"
 #include "tools/input.h"
+#include "tools/output_check.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -60,21 +61,22 @@ int Run(const Options& options) {
 
 void AddExplainCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand(
-      "explain",
-      "Prints the bytes of a message beside what they mean: offset, bytes, field path, type,\n"
-      "value, and what the conversion to native narrows, defaults, drops or refuses");
+  CLI::App* command =
+      app.add_subcommand("explain", "Print the bytes of a message beside what they mean");
   AddInputOptions(*command, options->input);
   command->add_option("--bytes", options->bytes, "How many bytes of one field are printed")
       ->capture_default_str()
       ->type_name("N");
   AddColourOption(*command, options->colour);
   command->footer(
+      "Offset, bytes, field path, type and value of every field, and what the conversion to "
+      "native\n"
+      "narrows, defaults, drops or refuses.\n\n"
       "A message that the runtime refuses is explained up to the damage and behind it; the exit\n"
       "status is then 2.\n\n"
       "Example, an identifier with one value too wide for an octet:\n"
       "  printf '0a 05 00 00 01 ac 02' | zorl2-inspect explain --input hex --type Zorid -");
-  command->callback([options, &status] { status = Run(*options); });
+  command->callback([options, &status] { status = WithOutput([&] { return Run(*options); }); });
 }
 
 }  // namespace zorl2_inspect

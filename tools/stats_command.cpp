@@ -12,6 +12,7 @@
 #include "tools/error.h"
 #include "tools/input.h"
 #include "tools/message_types.h"
+#include "tools/output_check.h"
 #include "tools/stats.h"
 #include "tools/type_guess.h"
 
@@ -71,10 +72,8 @@ int Run(Options options) {
 
 void AddStatsCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<Options>();
-  CLI::App* command = app.add_subcommand(
-      "stats",
-      "Counts what a stream of length-delimited messages holds, converts every message to\nnative "
-      "and back, and lists the records that cannot be converted");
+  CLI::App* command =
+      app.add_subcommand("stats", "Count what a stream of length-delimited messages holds");
   command->add_option("FILE", options->file, "The stream to read; - for standard input")
       ->required()
       ->type_name("");
@@ -93,11 +92,13 @@ void AddStatsCommand(CLI::App& app, int& status) {
       ->capture_default_str()
       ->type_name("BYTES");
   command->footer(
+      "Converts every message to native and back, counts types, categories, protocols and sizes,\n"
+      "and lists the records that cannot be converted, with their offsets.\n\n"
       "Memory does not grow with the stream. Exit status: 0 all records are good, 1 some are not,\n"
       "2 the stream cannot be read to its end.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");
-  command->callback([options, &status] { status = Run(*options); });
+  command->callback([options, &status] { status = WithOutput([&] { return Run(*options); }); });
 }
 
 }  // namespace zorl2_inspect

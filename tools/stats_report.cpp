@@ -91,7 +91,6 @@ void StatsReport::End(const RecordSummary& summary, const std::vector<CountSecti
   } else {
     EndText(summary, sections);
   }
-  std::fflush(out_);
 }
 
 void StatsReport::EndText(const RecordSummary& summary, const std::vector<CountSection>& sections) {

@@ -206,12 +206,15 @@ class Walker {
     const std::size_t at = Here(frame);
     std::size_t length = 0;
     if (!reader.Length(&length)) return Fail(at, "a length", reader.problem());
-    if (length > reader.left()) {
-      return Fail(at, "at most " + std::to_string(reader.left()) + " more bytes",
-                  "a length of " + std::to_string(length));
-    }
     const FieldDescriptor* field = item.field;
     const bool message = field != nullptr && field->type() == FieldDescriptor::TYPE_MESSAGE;
+    if (length > reader.left()) {
+      Fail(at, "at most " + std::to_string(reader.left()) + " more bytes",
+           "a length of " + std::to_string(length));
+      // A capture that was cut is worth reading up to the cut.
+      if (message && item.depth < kDepthLimit) Rest(frame, item);
+      return false;
+    }
     const bool packed = field != nullptr && IsPackedForm(*field, item.wire_type);
     if (!message && !packed) {
       item.content = reader.Take(length);
@@ -232,6 +235,14 @@ class Walker {
     item.path = path_;
     if (whole) visitor_.OnEnd(item, content_at + length);
     return true;
+  }
+
+  void Rest(Frame& frame, WireField& item) {
+    item.kind = Kind::kMessage;
+    item.content = bytes_.substr(Here(frame) - first_offset_, frame.reader.left());
+    Emit(frame, item);
+    frame.reader.Take(item.content.size());
+    Message(item.field->message_type(), item.content, item.depth + 1);
   }
 
   bool Packed(Frame& frame, const FieldDescriptor& field, const WireField& list, std::size_t at) {

@@ -70,7 +70,8 @@ class WireVisitor {
 };
 
 // Walks the fields of a message of the given type. After an error inside a message with a length
-// the walk goes on behind that message; elsewhere it ends. True when there was no error. Memory
+// the walk goes on behind that message; a message that was cut is walked up to the cut; elsewhere
+// an error ends the walk. True when there was no error. Memory
 // does not depend on the bytes; first_offset is added to every offset.
 bool WalkWire(std::string_view bytes, const google::protobuf::Descriptor& type,
               std::size_t first_offset, WireVisitor& visitor);

@@ -1,0 +1,62 @@
+"""The examples of --help, pasted into a shell."""
+
+import os
+import re
+import subprocess
+import unittest
+
+from support import TOOL, ToolTest
+
+# What each example's exit status tells: diff and stats show differences and bad records.
+STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1}
+
+
+class Help(ToolTest):
+    def test_every_example_works_when_pasted(self):
+        for command, expected in STATUS.items():
+            text = self.run_tool(command, "--help").text
+            example = re.search(r"^Examples?\b[^\n]*:\n((?:  .*\n?)+)", text, re.M)
+            self.assertIsNotNone(example, text)
+            self.assertIn("zorl2-inspect " + command, example[1])
+            path = os.path.dirname(TOOL) + ":" + os.environ["PATH"]
+            done = subprocess.run(["bash", "-euo", "pipefail", "-c", example[1]],
+                                  cwd=self._folder.name, capture_output=True,
+                                  env={**os.environ, "PATH": path})
+            self.assertEqual(done.returncode, expected, (example[1], done.stderr))
+            self.assertNotEqual(done.stdout, b"")
+
+    def test_unknown_options_and_missing_files_are_one_line(self):
+        for command in STATUS:
+            done = self.run_tool(command, "--nonsense", status=2)
+            self.assertEqual(len(done.errors.splitlines()), 1)
+        for command in ("encode", "explain", "stats"):
+            self.assertIn("/nonexistent: cannot open",
+                          self.run_tool(command, "/nonexistent", status=2).errors)
+            self.run_tool(command, "/", status=2)
+
+    def test_a_full_disk_is_an_error(self):
+        sample = self.file("id.txt", "value: [1, 2, 3, 4]")
+        stream = self.file("ids.pbs", b"\x06\x0a\x04\x01\x02\x03\x04")
+        for arguments in (["types"], ["encode", "--type", "Zorid", sample],
+                          ["explain", "--type", "Zorid", sample],
+                          ["diff", "--type", "Zorid", sample, sample],
+                          ["stats", "--type", "Zorid", stream]):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([TOOL, *arguments], stdout=full, stderr=subprocess.PIPE)
+            self.assertEqual(done.returncode, 2, arguments)
+            self.assertIn(b"standard output: cannot write: No space left on device", done.stderr)
+
+    def test_a_reader_that_leaves_ends_the_work(self):
+        path = self.file("huge.pb", b"\x0a\x80\x80\x80\x10" + bytes(32 << 20))
+        process = subprocess.Popen([TOOL, "explain", "--input", "wire", "--type", "Zorid", path],
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        process.stdout.read(100)
+        process.stdout.close()
+        errors = process.stderr.read()
+        process.stderr.close()
+        self.assertEqual(process.wait(20), 2)
+        self.assertIn(b"standard output: cannot write: Broken pipe", errors)
+
+
+if __name__ == "__main__":
+    unittest.main()

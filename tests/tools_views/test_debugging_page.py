@@ -1,0 +1,47 @@
+"""Runs every command of docs/debugging.md, in its order, and compares what it prints."""
+
+import os
+import re
+import shutil
+import subprocess
+import unittest
+
+from support import TOOL, ToolTest
+
+SOURCE = os.environ["ZORL2_SOURCE_DIR"]
+
+
+def commands(page):
+    """Each command and the lines that the page shows behind it."""
+    for block in re.findall(r"^```console\n(.*?)^```$", page, re.M | re.S):
+        for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
+            command, _, shown = part.partition("\n")
+            yield command, shown
+
+
+def pattern(shown):
+    """Three dots stand for anything, runs of them in a line included."""
+    return re.escape(shown).replace(r"\.\.\.", ".*?").replace(r"\ \ .*?\ \ ", r"\s.*?\s")
+
+
+class DebuggingPage(ToolTest):
+    def test_every_command_prints_what_the_page_shows(self):
+        with open(os.path.join(SOURCE, "docs", "debugging.md"), encoding="utf-8") as page:
+            steps = list(commands(page.read()))
+        self.assertGreater(len(steps), 10)
+        shutil.copy(os.path.join(SOURCE, "tools", "samples", "switch-52.json"), self._folder.name)
+        environment = {**os.environ, "PATH": os.path.dirname(TOOL) + ":" + os.environ["PATH"],
+                       "PROTO": os.path.join(SOURCE, "serialize", "protobuf"),
+                       "DESC": os.environ["ZORL2_DESCRIPTOR_SET"], "LC_ALL": "C.UTF-8"}
+        packets = shutil.which("tshark") and shutil.which("text2pcap")
+        for command, shown in steps:
+            if not packets and re.search("tshark|text2pcap", command):
+                continue
+            done = subprocess.run(["bash", "-c", command], cwd=self._folder.name, env=environment,
+                                  capture_output=True)
+            printed = done.stdout.decode()
+            self.assertRegex(printed, "(?s)\\A" + pattern(shown) + "\\Z", command)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -11,12 +11,20 @@ from support import TOOL, ToolTest
 SOURCE = os.environ["ZORL2_SOURCE_DIR"]
 
 
+def _split(part):
+    """The command, which goes on behind a backslash at the end of a line, and what follows it."""
+    lines = part.splitlines(keepends=True)
+    end = 1
+    while lines[end - 1].endswith("\\\n"):
+        end += 1
+    return "".join(lines[:end]).rstrip("\n"), "".join(lines[end:])
+
+
 def commands(page):
     """Each command and the lines that the page shows behind it."""
     for block in re.findall(r"^```console\n(.*?)^```$", page, re.M | re.S):
         for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
-            command, _, shown = part.partition("\n")
-            yield command, shown
+            yield _split(part)
 
 
 def pattern(shown):

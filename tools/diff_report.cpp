@@ -1,6 +1,5 @@
 #include <fmt/format.h>
 #include <google/protobuf/text_format.h>
-#include <google/protobuf/util/json_util.h>
 
 #include <string>
 
@@ -8,6 +7,7 @@
 #include "tools/diff.h"
 #include "tools/plain_text.h"
 #include "tools/stats_report.h"
+#include "tools/text_forms.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -89,12 +89,9 @@ std::size_t CountOf(const DiffResult& result, Kind kind) {
 }
 
 std::string AsJson(const Message& message) {
-  google::protobuf::util::JsonPrintOptions options;
-  options.preserve_proto_field_names = true;
-  options.always_print_primitive_fields = false;
-  std::string json;
-  const auto status = google::protobuf::util::MessageToJsonString(message, &json, options);
-  return status.ok() ? json : "null";
+  std::string json = ToJson(message, false);
+  while (!json.empty() && json.back() == '\n') json.pop_back();
+  return json;
 }
 
 }  // namespace

@@ -2,15 +2,11 @@
 
 #include <fmt/format.h>
 #include <google/protobuf/descriptor.h>
-#include <google/protobuf/util/delimited_message_util.h>
 #include <unistd.h>
 
 #include <CLI/Validators.hpp>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +15,7 @@
 #include "tools/input.h"
 #include "tools/message_text.h"
 #include "tools/message_types.h"
+#include "tools/output.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -81,21 +78,6 @@ void Append(const std::string& file, const Options& options, Messages* messages)
   for (auto& message : ReadMessages(input, json, *type)) messages->push_back(std::move(message));
 }
 
-void Write(const Messages& messages, const Options& options, std::ostream& out) {
-  for (const auto& message : messages) {
-    if (options.delimited) {
-      google::protobuf::util::SerializeDelimitedToOstream(*message, &out);
-    } else {
-      message->SerializeToOstream(&out);
-    }
-  }
-  out.flush();
-  if (!out) {
-    throw InputError(options.output == "-" ? "standard output" : options.output, "",
-                     fmt::format("cannot write: {}", std::strerror(errno)));
-  }
-}
-
 int Run(const Options& options) {
   Messages messages;
   for (const std::string& file : options.files) Append(file, options, &messages);
@@ -105,16 +87,11 @@ int Run(const Options& options) {
                                  messages.size()));
   }
   // Nothing is written before all of the input is known to be good.
-  if (options.output == "-") {
-    Write(messages, options, std::cout);
-    return kExitOk;
+  Output output(options.output);
+  for (const auto& message : messages) {
+    output.Write(MessageIn(MessageForm::kWire, *message, options.delimited));
   }
-  std::ofstream out(options.output, std::ios::binary | std::ios::trunc);
-  if (!out) {
-    throw InputError(options.output, "",
-                     fmt::format("cannot open for writing: {}", std::strerror(errno)));
-  }
-  Write(messages, options, out);
+  output.Finish();
   return kExitOk;
 }
 

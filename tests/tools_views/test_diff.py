@@ -115,6 +115,20 @@ class Diff(ToolTest):
         equal = json.loads(self.lists([wire.entry()], [wire.entry()], "--json", status=0).text)
         self.assertEqual((equal["equal"], equal["changes"]), (True, []))
 
+    def test_names_that_are_no_text_stay_valid_json(self):
+        done = self.lists([wire.entry(name=b"\xff\xfe")],
+                          [wire.entry((0, 0, 0, 9), name=b"\xffx")], "--json")
+        removed, added = json.loads(done.stdout.decode("utf-8"))["changes"]
+        self.assertEqual((removed["name"], added["name"]), ("\ufffd\ufffd", "\ufffdx"))
+        self.assertEqual(added["value"]["zorid"]["value"], [0, 0, 0, 9])
+
+    def test_a_list_is_compared_with_a_single_entry(self):
+        a = self.file("list.pb", wire.entry_list(wire.entry(), wire.entry((0, 0, 0, 8))))
+        b = self.file("one.pb", wire.entry((0, 0, 0, 8), mtu=1))
+        text = self.run_tool("diff", "--input", "wire", a, b, status=1).text
+        self.assertIn("- 0.0.0.7 ", text)
+        self.assertIn("    ~ physicalInfo.intf_mtu: 9216 -> 1\n", text)
+
     def test_bad_input_is_status_two(self):
         done = self.diff(wire.entry(), wire.entry()[:-3], "--type", "IntfEntry", status=2)
         self.assertIn("b.pb: ", done.errors)

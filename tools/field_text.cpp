@@ -160,7 +160,9 @@ std::vector<UnknownValue> UnknownValuesHere(const Message& message, std::string_
   const UnknownFieldSet& unknown = message.GetReflection()->GetUnknownFields(message);
   for (int i = 0; i < unknown.field_count(); ++i) {
     const UnknownField& field = unknown.field(i);
-    values.push_back({Join(path, fmt::format("#{}", field.number())), field.number(),
+    const FieldDescriptor* known = message.GetDescriptor()->FindFieldByNumber(field.number());
+    values.push_back({Join(path, fmt::format("#{}", field.number())),
+                      known == nullptr ? std::string() : Join(path, known->name()), field.number(),
                       WireName(field), UnknownText(field), KnownAs(field, message)});
   }
   return values;
@@ -174,6 +176,9 @@ std::vector<UnknownValue> UnknownValues(const Message& message) {
 
 std::vector<PathValue> Leaves(const Message& message, std::size_t most) {
   std::vector<PathValue> leaves;
+  if (message.GetDescriptor() == Zorid::descriptor()) {
+    return {{"value", DottedText(static_cast<const Zorid&>(message))}};
+  }
   CollectLeaves(message, "", most, leaves);
   return leaves;
 }

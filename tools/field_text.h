@@ -27,6 +27,8 @@ std::string ValueText(const google::protobuf::Message& message,
 struct UnknownValue {
   // The path of the field with its number, such as typeInfo.#9.
   std::string path;
+  // The path of the schema's field of this number; empty when it has none.
+  std::string field_path;
   int number = 0;
   const char* wire_type = "";
   std::string value;

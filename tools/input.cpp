@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "tools/error.h"
+#include "tools/field_text.h"
 #include "tools/hex_text.h"
 #include "tools/message_types.h"
 #include "tools/text_forms.h"
@@ -327,8 +328,13 @@ void Input::Parse(const Record& record, Message& message) const {
     message.FindInitializationErrors(&missing);
     const std::string more =
         missing.size() > 1 ? fmt::format(" ({} more are missing)", missing.size() - 1) : "";
+    std::string found = "none";
+    for (const UnknownValue& unknown : UnknownValues(message)) {
+      // A number that the enumeration does not list leaves the field unset.
+      if (unknown.field_path == missing.front()) found = unknown.known_as;
+    }
     Fail(record, missing.front(),
-         fmt::format("expected this required field of {}, found none{}", type_->name(), more));
+         fmt::format("expected this required field of {}, found {}{}", type_->name(), found, more));
   }
 }
 

@@ -146,7 +146,7 @@ std::vector<PathValue> NativeFields(const Message& message) {
         Converted<LagMemberConverter, LagMemberOperation, pb::LagMemberOperationProto>(message));
   }
   if (type == pb::Zorid::descriptor()) {
-    return {{"zorid_t", DottedText(Converted<ZORIDConverter, zorid_t, pb::Zorid>(message))}};
+    return {{"value", DottedText(Converted<ZORIDConverter, zorid_t, pb::Zorid>(message))}};
   }
   Fields fields;
   if (type == pb::ShutStateSync::descriptor()) {

@@ -19,16 +19,19 @@ using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;
 
-// How badly a type fits; the smaller the better, compared in this order.
+// How well a type fits.
 struct Fit {
-  bool broken = false;      // the bytes do not parse to their end
-  int unknown = 0;          // fields that the type has not
-  int implausible = 0;      // identifiers of another size, text that is no text
-  std::size_t missing = 0;  // required fields
-  int known = 0;            // fields that the type has
+  bool broken = false;  // the bytes do not parse to their end
+  int unknown = 0;      // fields that the type has not
+  int implausible = 0;  // identifiers of another size, text that is no text
+  int missing = 0;      // required fields
+  int known = 0;        // fields that the type has
 
-  std::tuple<int, bool, std::size_t, int> Key() const {
-    return {unknown + implausible, broken, missing, unknown};
+  // A whole message without a flaw comes first; among the others, what is known counts for the type
+  // and every flaw against it.
+  std::tuple<bool, int> Key() const {
+    if (!broken && unknown + implausible + missing == 0) return {true, 0};
+    return {false, known - 2 * (unknown + implausible) - missing - (broken ? 3 : 0)};
   }
 };
 
@@ -121,9 +124,9 @@ TypeGuess GuessFromWire(std::string_view bytes) {
     if (fit.known == 0) continue;
     std::vector<std::string> missing;
     message->FindInitializationErrors(&missing);
-    fit.missing = missing.size();
-    if (!best.empty() && best_fit.Key() < fit.Key()) continue;
-    if (best.empty() || fit.Key() < best_fit.Key()) {
+    fit.missing = static_cast<int>(missing.size());
+    if (!best.empty() && fit.Key() < best_fit.Key()) continue;
+    if (best.empty() || best_fit.Key() < fit.Key()) {
       best.clear();
       best_fit = fit;
     }

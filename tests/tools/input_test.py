@@ -1,5 +1,6 @@
 """The forms of input, and the type when none is named."""
 import os
+import subprocess
 import unittest
 
 import tool_test
@@ -114,6 +115,21 @@ class InputTest(ToolTest):
         for name in ("snapshot", "show", "roundtrip"):
             self.assertEqual(self.run_tool(name, "--help"), 0)
             self.assertIn("Example", self.out)
+
+    def test_bash_completes_commands_types_and_options(self):
+        completions = "/usr/share/bash-completion/bash_completion"
+        if not os.path.exists(completions):
+            self.skipTest("bash-completion is not installed")
+        script = os.path.join(SAMPLES, "..", "zorl2-inspect.bash-completion")
+        for words, expected in ((["sh"], "show"), (["show", "--type", "IntfI"], "IntfIndication"),
+                                (["show", "--del"], "--delimited"),
+                                (["snapshot", "--output", "j"], "json")):
+            program = (
+                ". %s; . %s; COMP_WORDS=(%s %s); COMP_CWORD=%d; COMP_LINE=\"${COMP_WORDS[*]}\"; "
+                "COMP_POINT=${#COMP_LINE}; _zorl2_inspect; echo \"${COMPREPLY[@]}\"" % (
+                    completions, script, tool_test.TOOL, " ".join(words), len(words)))
+            done = subprocess.run(["bash", "-c", program], stdout=subprocess.PIPE, check=False)
+            self.assertEqual(done.stdout.decode().strip(), expected)
 
 
 if __name__ == "__main__":

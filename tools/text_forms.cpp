@@ -140,7 +140,12 @@ std::string WireFromJson(std::string_view text, const Descriptor& type, std::str
   RequireJson(text, file);
   std::string wire;
   const auto status = Transcode(text, type, &wire);
-  if (status.ok()) return wire;
+  if (status.ok()) {
+    // The runtime's transcoder packs nothing; the message itself writes the form that peers send.
+    const std::unique_ptr<Message> message = NewMessage(type);
+    if (message->ParsePartialFromString(wire)) return message->SerializePartialAsString();
+    return wire;
+  }
   // The message begins with the path in parentheses when there is one, with the name of the unknown
   // field behind it.
   std::string problem = status.message().ToString();

@@ -1,0 +1,196 @@
+// The readers of zorl2-inspect on hostile files. The first byte of an input names the type of its
+// messages (0: guessed), the second its form and whether it is a stream; the rest is the file.
+#include <google/protobuf/util/message_differencer.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+#include "fuzz/harness.h"
+#include "tools/error.h"
+#include "tools/input.h"
+#include "tools/message_types.h"
+#include "tools/text_forms.h"
+#include "tools/wire_walker.h"
+
+namespace {
+
+using google::protobuf::FieldDescriptor;
+using google::protobuf::Message;
+
+// The tool says on standard error what it guessed. Libfuzzer took hold of the real one at start.
+class Quiet {
+ public:
+  Quiet() : loud_(stderr) {
+    static std::FILE* const nowhere = std::fopen("/dev/null", "w");
+    stderr = nowhere;
+  }
+  ~Quiet() { stderr = loud_; }
+  Quiet(const Quiet&) = delete;
+  Quiet& operator=(const Quiet&) = delete;
+
+ private:
+  std::FILE* loud_;
+};
+
+// A file in memory, with a name that the tool can open.
+class File {
+ public:
+  explicit File(std::string_view content) : descriptor_(memfd_create("fuzz", MFD_CLOEXEC)) {
+    const ssize_t put = write(descriptor_, content.data(), content.size());
+    if (put != static_cast<ssize_t>(content.size())) proof::Require("no file in memory");
+  }
+  ~File() { close(descriptor_); }
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  std::string name() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+ private:
+  int descriptor_;
+};
+
+int LowestFreeDescriptor() {
+  const int descriptor = dup(STDERR_FILENO);
+  close(descriptor);
+  return descriptor;
+}
+
+// A dump may repeat a line up to an offset of 512 MiB: the memory that takes is no finding.
+bool RepeatsTooMuch(std::string_view content) {
+  for (std::size_t at = content.find('*'); at != content.npos; at = content.find('*', at + 1)) {
+    const std::string behind(content.substr(at + 1, 80));
+    if (std::strtoull(behind.c_str(), nullptr, 16) > 0x10000) return true;
+  }
+  return false;
+}
+
+class ErrorCount : public zorl2_inspect::WireVisitor {
+ public:
+  void OnField(const zorl2_inspect::WireField&) override {}
+  void OnEnd(const zorl2_inspect::WireField&, std::size_t) override {}
+  void OnError(const zorl2_inspect::WireError&) override { ++errors; }
+  int errors = 0;
+};
+
+// Whether JSON can hold the whole message; and the text format, which takes any octets.
+struct Holds {
+  bool json = true;
+  bool text = true;
+};
+
+void Look(const Message& message, Holds& holds) {
+  const auto& reflection = *message.GetReflection();
+  if (!reflection.GetUnknownFields(message).empty()) holds = {false, false};
+  std::vector<const FieldDescriptor*> fields;
+  reflection.ListFields(message, &fields);
+  for (const FieldDescriptor* field : fields) {
+    const int count = field->is_repeated() ? reflection.FieldSize(message, field) : 1;
+    for (int i = 0; i < count; ++i) {
+      if (field->cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE) {
+        Look(field->is_repeated() ? reflection.GetRepeatedMessage(message, field, i)
+                                  : reflection.GetMessage(message, field),
+             holds);
+      } else if (field->type() == FieldDescriptor::TYPE_STRING) {
+        const std::string text = field->is_repeated()
+                                     ? reflection.GetRepeatedString(message, field, i)
+                                     : reflection.GetString(message, field);
+        if (!google::protobuf::internal::IsStructurallyValidUTF8(text.data(),
+                                                                 static_cast<int>(text.size()))) {
+          holds.json = false;
+        }
+      }
+    }
+  }
+}
+
+void RequireSame(const Message& message, const std::string& bytes, const char* what) {
+  const auto again = zorl2_inspect::NewMessage(*message.GetDescriptor());
+  if (!again->ParseFromString(bytes) ||
+      !google::protobuf::util::MessageDifferencer::Equals(message, *again)) {
+    proof::Require(std::string(what) + " changes " + proof::Hex(message.SerializeAsString()) +
+                   " to " + proof::Hex(bytes));
+  }
+}
+
+// What the walk without a message says of the bytes is what the runtime says.
+bool Walk(std::string_view bytes, const google::protobuf::Descriptor& type) {
+  ErrorCount count;
+  const bool whole = zorl2_inspect::WalkWire(bytes, type, 0, count);
+  const bool parsed = zorl2_inspect::NewMessage(type)->ParsePartialFromArray(
+      bytes.data(), static_cast<int>(bytes.size()));
+  if (whole != parsed || whole != (count.errors == 0)) {
+    proof::Require("the walk " + std::string(whole ? "takes" : "refuses") +
+                   " what the runtime does not: " + type.name() + " " +
+                   proof::Hex(std::string(bytes)));
+  }
+  return parsed;
+}
+
+void CheckForms(const Message& message) {
+  RequireSame(message, message.SerializeAsString(), "the wire format");
+  Holds holds;
+  Look(message, holds);
+  const auto& type = *message.GetDescriptor();
+  for (const bool pretty : {false, true}) {
+    const std::string json = zorl2_inspect::ToJson(message, pretty);
+    if (holds.json) RequireSame(message, zorl2_inspect::WireFromJson(json, type, "JSON"), "JSON");
+  }
+  const std::string text = zorl2_inspect::ToText(message);
+  if (holds.text) RequireSame(message, zorl2_inspect::WireFromText(text, type, "text"), "text");
+}
+
+void ReadRecords(const zorl2_inspect::InputOptions& options) {
+  std::unique_ptr<zorl2_inspect::Input> input;
+  zorl2_inspect::Record record;
+  const auto next = [&] {
+    const Quiet quiet;
+    try {
+      if (input == nullptr) input = std::make_unique<zorl2_inspect::Input>(options);
+      return input->Next(record);
+    } catch (const zorl2_inspect::InputError&) {
+      return false;
+    }
+  };
+  while (next()) {
+    const bool whole = Walk(record.bytes, input->type());
+    const auto message = zorl2_inspect::NewMessage(input->type());
+    try {
+      input->Parse(record, *message);
+    } catch (const zorl2_inspect::InputError&) {
+      // Bytes that are a message are refused for one reason only.
+      if (whole && message->IsInitialized()) proof::Require("a whole message is refused");
+      continue;
+    }
+    if (!whole || !message->IsInitialized()) proof::Require("a damaged message is taken");
+    CheckForms(*message);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  proof::Silence();
+  if (size < 2) return 0;
+  const std::string_view content(reinterpret_cast<const char*>(data) + 2, size - 2);
+  if (RepeatsTooMuch(content)) return 0;
+
+  zorl2_inspect::InputOptions options;
+  const auto& types = zorl2_inspect::MessageTypes();
+  const std::size_t type = data[0] % (types.size() + 1);
+  if (type > 0) options.type = types[type - 1]->name();
+  using Form = zorl2_inspect::InputForm;
+  constexpr Form kForms[] = {Form::kGuessed, Form::kWire, Form::kHex, Form::kJson, Form::kText};
+  options.form = kForms[data[1] % 5];
+  options.delimited = data[1] >= 128;
+
+  const int before = LowestFreeDescriptor();
+  {
+    const File file(content);
+    options.file = file.name();
+    ReadRecords(options);
+  }
+  if (LowestFreeDescriptor() != before) proof::Require("a file stays open");
+  return 0;
+}

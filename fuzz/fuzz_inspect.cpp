@@ -20,7 +20,7 @@ namespace {
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 
-// The tool says on standard error what it guessed. Libfuzzer took hold of the real one at start.
+// The tool says on standard error what it guessed. LibFuzzer took hold of the real one at start.
 class Quiet {
  public:
   Quiet() : loud_(stderr) {

@@ -13,7 +13,6 @@ namespace zorl2_inspect {
 namespace {
 
 namespace pb = zorl2::protobuf;
-using google::protobuf::Descriptor;
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;

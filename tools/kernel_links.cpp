@@ -231,6 +231,7 @@ std::vector<IntfEntry> KernelEntries() {
   }
   std::sort(links.begin(), links.end());
   std::vector<IntfEntry> entries;
+  entries.reserve(links.size());
   for (const auto& [index, link] : links) {
     entries.push_back(EntryOf(Facts(link, all.get(), bridged.get())));
   }

@@ -132,8 +132,10 @@ class Stats(ToolTest):
         self.assertEqual(self.report(b"")["records"], 0)
 
     def test_memory_does_not_grow_with_the_stream(self):
-        # A tenth of the stream that the promise names, under sanitizers a five-hundredth.
-        few, many = (1000, 10000) if SANITIZED else (10000, 500000)
+        if SANITIZED:
+            self.skipTest("AddressSanitizer keeps what is freed, so memory says nothing there")
+        # A tenth of the stream that the promise names.
+        few, many = 10000, 500000
         block = wire.delimited(*[wire.entry((0, 0, i // 250, i % 250)) for i in range(1000)])
         peaks = []
         for count in (few, many):
@@ -150,8 +152,7 @@ class Stats(ToolTest):
             self.assertIn("%s\n" % format(count, ","), report)
             peaks.append(usage.ru_maxrss)
         self.assertLess(peaks[1], peaks[0] + 1024, "kilobytes: %s" % peaks)
-        if not SANITIZED:
-            self.assertLess(peaks[1], 64 * 1024)
+        self.assertLess(peaks[1], 64 * 1024)
 
 
 if __name__ == "__main__":

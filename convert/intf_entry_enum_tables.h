@@ -150,7 +150,7 @@ using InterfaceTypeTable =
     EnumTable<zorl2::protobuf::InterfaceType, IntfEntry::InterfaceType, kInterfaceTypePairs>;
 using VlanTypeTable = EnumTable<zorl2::protobuf::VlanType, IntfEntry::VlanType, kVlanTypePairs>;
 
-// The category is refused as a std::map refuses: a std::out_of_range that says "map::at".
+// The category likewise, refused by constant maps: a std::out_of_range that says "map::at".
 struct InterfaceCategoryTable {
   using Message = zorl2::protobuf::InterfaceCategory;
   static_assert(IsDense(kInterfaceCategoryPairs), "a value must be its own place in the list");
@@ -158,13 +158,32 @@ struct InterfaceCategoryTable {
   static InterfaceCategory ToNative(Message value) {
     const auto place = static_cast<std::uint32_t>(value);
     if (place < std::size(kInterfaceCategoryPairs)) return kInterfaceCategoryPairs[place].native;
-    return std::map<Message, InterfaceCategory>().at(value);
+    return RefusingLookup(value);
   }
 
   static Message ToMessage(InterfaceCategory value) {
     const auto place = static_cast<std::uint32_t>(value);
     if (place < std::size(kInterfaceCategoryPairs)) return kInterfaceCategoryPairs[place].message;
-    return std::map<InterfaceCategory, Message>().at(value);
+    return RefusingLookup(value);
+  }
+
+ private:
+  [[gnu::noinline, gnu::cold]] static InterfaceCategory RefusingLookup(Message value) {
+    static const auto interfaceCategoryFromMessage = [] {
+      std::map<Message, InterfaceCategory> table;
+      for (const auto& pair : kInterfaceCategoryPairs) table.emplace(pair.message, pair.native);
+      return table;
+    }();
+    return interfaceCategoryFromMessage.at(value);
+  }
+
+  [[gnu::noinline, gnu::cold]] static Message RefusingLookup(InterfaceCategory value) {
+    static const auto interfaceCategoryToMessage = [] {
+      std::map<InterfaceCategory, Message> table;
+      for (const auto& pair : kInterfaceCategoryPairs) table.emplace(pair.native, pair.message);
+      return table;
+    }();
+    return interfaceCategoryToMessage.at(value);
   }
 };
 

@@ -76,7 +76,7 @@ bool ParseText(std::string_view text, FirstError& error, TextFormat::ParseInfoTr
 
 // Where the message that lacks a field begins: the deepest part of the path that was recorded.
 TextPlace PlaceOfMissing(const Message& message, const TextFormat::ParseInfoTree& places,
-                     std::string_view path) {
+                         std::string_view path) {
   TextPlace best{1, 1};
   const TextFormat::ParseInfoTree* tree = &places;
   const Descriptor* type = message.GetDescriptor();

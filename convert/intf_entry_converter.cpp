@@ -34,21 +34,10 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
     builder.addParent(parent);
   }
 
-  IntfEntry::GeneralInfo generalInfo;
-  ToNative(message.generalinfo(), generalInfo);
-  builder.addGeneralInfo(std::move(generalInfo));
-
-  IntfEntry::StatusInfo statusInfo;
-  ToNative(message.statusinfo(), statusInfo);
-  builder.addStatusInfo(statusInfo);
-
-  IntfEntry::PhysicalInfo physicalInfo;
-  ToNative(message.physicalinfo(), physicalInfo);
-  builder.addPhysicalInfo(physicalInfo);
-
-  IntfEntry::TypeInfo typeInfo;
-  ToNative(message.typeinfo(), typeInfo);
-  builder.addTypeInfo(typeInfo);
+  ToNative(message.generalinfo(), builder.generalInfo());
+  ToNative(message.statusinfo(), builder.statusInfo());
+  ToNative(message.physicalinfo(), builder.physicalInfo());
+  ToNative(message.typeinfo(), builder.typeInfo());
 
   for (int i = 0; i < message.shutdownprotos_size(); ++i) {
     builder.addShutdownProto(ToNative(message.shutdownprotos(i)));

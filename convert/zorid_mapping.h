@@ -21,7 +21,9 @@ inline bool ToNative(const zorl2::protobuf::Zorid& message, zorid_t& id) {
   const std::uint32_t* values = message.value().data();
   // The upper 24 bits are dropped without a check: a peer that widens an octet with rubbish is
   // understood all the same.
-  for (int i = 0; i < kOctets; ++i) id.octets[i] = static_cast<std::uint8_t>(values[i]);
+  zorid_t read;
+  for (int i = 0; i < kOctets; ++i) read.octets[i] = static_cast<std::uint8_t>(values[i]);
+  id = read;  // Stored at once: octets stored one by one stall whoever then reads the whole.
   return true;
 }
 

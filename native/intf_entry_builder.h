@@ -45,6 +45,13 @@ class ZORL2_EXPORT IntfEntryBuilder {
   // Replaces the category.
   IntfEntryBuilder& setInterfaceCategory(InterfaceCategory category);
 
+  // The parts of the entry themselves, to be filled in place by a caller that would otherwise
+  // assemble a copy. What is not written keeps its value. Never throw.
+  IntfEntry::GeneralInfo& generalInfo() { return entry.generalInfo; }
+  IntfEntry::StatusInfo& statusInfo() { return entry.statusInfo; }
+  IntfEntry::PhysicalInfo& physicalInfo() { return entry.physicalInfo; }
+  IntfEntry::TypeInfo& typeInfo() { return entry.typeInfo; }
+
   // A copy of the entry as it stands, with strings and list nodes of its own. The builder keeps its
   // entry and may be used on, also after std::bad_alloc.
   IntfEntry Build();

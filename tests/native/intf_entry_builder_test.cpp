@@ -240,6 +240,27 @@ TEST(IntfEntryBuilder, Build_OutlivesTheBuilder) {
   EXPECT_THAT(entry, EqualsNative(OtherEntry()));
 }
 
+TEST(IntfEntryBuilder, TheParts_AreFilledInPlace) {
+  IntfEntryBuilder builder(FullEntry());
+  builder.generalInfo().phy_addr = "02:00:00:00:00:99";
+  builder.statusInfo().operationalSpeed = 4242;
+  builder.physicalInfo().intf_mtu = 4294967299;
+  builder.typeInfo().interfaceFlags.l2_bundle = !FullEntry().getTypeInfo().interfaceFlags.l2_bundle;
+
+  IntfEntry::GeneralInfo general = FullEntry().getGeneralInfo();
+  general.phy_addr = "02:00:00:00:00:99";
+  IntfEntry::StatusInfo status = FullEntry().getStatusInfo();
+  status.operationalSpeed = 4242;
+  IntfEntry::PhysicalInfo physical = FullEntry().getPhysicalInfo();
+  physical.intf_mtu = 4294967299;
+  IntfEntry::TypeInfo type = FullEntry().getTypeInfo();
+  type.interfaceFlags.l2_bundle = !type.interfaceFlags.l2_bundle;
+  IntfEntryBuilder replaced(FullEntry());
+  replaced.addGeneralInfo(general).addStatusInfo(status).addPhysicalInfo(physical).addTypeInfo(
+      type);
+  EXPECT_THAT(builder.Build(), EqualsNative(replaced.Build()));
+}
+
 TEST(IntfEntryBuilder, Release_HandsTheEntryItselfOut) {
   IntfEntryBuilder builder;
   builder.addShutdownProto(STP).addBlockInfo({STP, BLOCK_STATE_BLOCK});

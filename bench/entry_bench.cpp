@@ -22,14 +22,15 @@ pb::IntfEntry Message(std::uint32_t number) {
 
 template <template <typename> class Destination>
 void ToMessage(const std::string& name) {
-  MeasureConversion(name + "/convert", [] {
-    return [entry = Entry(1), into = std::make_unique<Destination<pb::IntfEntry>>()] {
+  MeasureWithThreads(name + "/convert", [] {
+    return [converter = IntfEntryConverter(), entry = Entry(1),
+            into = std::make_unique<Destination<pb::IntfEntry>>()]() mutable {
       pb::IntfEntry& message = into->Next();
-      IntfEntryConverter().Convert(entry, message);
+      converter.Convert(entry, message);
       Keep(message);
     };
   });
-  Measure(name + "/copy", [] {
+  MeasureWithThreads(name + "/copy", [] {
     return [source = Message(1), into = std::make_unique<Destination<pb::IntfEntry>>()] {
       pb::IntfEntry& message = into->Next();
       message.CopyFrom(source);
@@ -46,26 +47,26 @@ void ToMessage(const std::string& name) {
 }
 
 void ToNative() {
-  MeasureConversion("entry/to_native/reused/convert", [] {
-    return [message = Message(1), entry = IntfEntry()]() mutable {
-      IntfEntryConverter().Convert(message, entry);
+  MeasureWithThreads("entry/to_native/reused/convert", [] {
+    return [converter = IntfEntryConverter(), message = Message(1), entry = IntfEntry()]() mutable {
+      converter.Convert(message, entry);
       Keep(entry);
     };
   });
-  Measure("entry/to_native/reused/getters", [] {
+  MeasureWithThreads("entry/to_native/reused/getters", [] {
     return [message = Message(1), entry = PlainEntry()]() mutable {
       GetByHand(message, entry);
       Keep(entry);
     };
   });
-  MeasureConversion("entry/to_native/fresh/convert", [] {
-    return [message = Message(1)] {
+  MeasureWithThreads("entry/to_native/fresh/convert", [] {
+    return [converter = IntfEntryConverter(), message = Message(1)]() mutable {
       IntfEntry entry;
-      IntfEntryConverter().Convert(message, entry);
+      converter.Convert(message, entry);
       Keep(entry);
     };
   });
-  Measure("entry/to_native/fresh/getters", [] {
+  MeasureWithThreads("entry/to_native/fresh/getters", [] {
     return [message = Message(1)] {
       PlainEntry entry;
       GetByHand(message, entry);
@@ -89,12 +90,14 @@ auto Batch(Make make, Step step) {
 }
 
 void Batches() {
-  MeasureConversion("batch/to_message/reused/convert", [] {
-    return Batch<IntfEntry, pb::IntfEntry>(Entry, [](const IntfEntry& from, pb::IntfEntry& to) {
-      IntfEntryConverter().Convert(from, to);
-    });
+  MeasureWithThreads("batch/to_message/reused/convert", [] {
+    return Batch<IntfEntry, pb::IntfEntry>(
+        Entry,
+        [converter = IntfEntryConverter()](const IntfEntry& from, pb::IntfEntry& to) mutable {
+          converter.Convert(from, to);
+        });
   });
-  Measure("batch/to_message/reused/copy", [] {
+  MeasureWithThreads("batch/to_message/reused/copy", [] {
     return Batch<pb::IntfEntry, pb::IntfEntry>(
         Message, [](const pb::IntfEntry& from, pb::IntfEntry& to) { to.CopyFrom(from); });
   });
@@ -102,12 +105,14 @@ void Batches() {
     return Batch<IntfEntry, pb::IntfEntry>(
         Entry, [](const IntfEntry& from, pb::IntfEntry& to) { SetByHand(from, to); });
   });
-  MeasureConversion("batch/to_native/reused/convert", [] {
-    return Batch<pb::IntfEntry, IntfEntry>(Message, [](const pb::IntfEntry& from, IntfEntry& to) {
-      IntfEntryConverter().Convert(from, to);
-    });
+  MeasureWithThreads("batch/to_native/reused/convert", [] {
+    return Batch<pb::IntfEntry, IntfEntry>(
+        Message,
+        [converter = IntfEntryConverter()](const pb::IntfEntry& from, IntfEntry& to) mutable {
+          converter.Convert(from, to);
+        });
   });
-  Measure("batch/to_native/reused/getters", [] {
+  MeasureWithThreads("batch/to_native/reused/getters", [] {
     return Batch<pb::IntfEntry, PlainEntry>(
         Message, [](const pb::IntfEntry& from, PlainEntry& to) { GetByHand(from, to); });
   });

@@ -32,9 +32,10 @@ benchmark::internal::Benchmark* Measure(const std::string& name, Make make) {
   });
 }
 
-// A conversion is measured with one and with two threads, a floor with one.
+// A conversion and the floor that it is judged by are measured with one and with two threads: what
+// the machine takes from the second thread, it takes from both.
 template <typename Make>
-void MeasureConversion(const std::string& name, Make make) {
+void MeasureWithThreads(const std::string& name, Make make) {
   Measure(name, make)->Threads(1)->Threads(2);
 }
 

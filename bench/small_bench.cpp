@@ -20,13 +20,13 @@ void Register(const std::string& name, Native (*make)()) {
     SetByHand(make(), message);
     return message;
   };
-  MeasureConversion(name + "/to_message/reused/convert", [make] {
-    return [native = make(), message = Message()]() mutable {
-      Converter().Convert(native, message);
+  MeasureWithThreads(name + "/to_message/reused/convert", [make] {
+    return [converter = Converter(), native = make(), message = Message()]() mutable {
+      converter.Convert(native, message);
       Keep(message);
     };
   });
-  Measure(name + "/to_message/reused/setters", [make] {
+  MeasureWithThreads(name + "/to_message/reused/setters", [make] {
     return [native = make(), message = Message()]() mutable {
       SetByHand(native, message);
       Keep(message);
@@ -38,13 +38,13 @@ void Register(const std::string& name, Native (*make)()) {
       Keep(message);
     };
   });
-  MeasureConversion(name + "/to_native/reused/convert", [make_message] {
-    return [message = make_message(), native = Native()]() mutable {
-      Converter().Convert(message, native);
+  MeasureWithThreads(name + "/to_native/reused/convert", [make_message] {
+    return [converter = Converter(), message = make_message(), native = Native()]() mutable {
+      converter.Convert(message, native);
       Keep(native);
     };
   });
-  Measure(name + "/to_native/reused/getters", [make_message] {
+  MeasureWithThreads(name + "/to_native/reused/getters", [make_message] {
     return [message = make_message(), native = Native()]() mutable {
       GetByHand(message, native);
       Keep(native);

@@ -68,9 +68,11 @@ bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message)
   for (const ProtocolType protocol : entry.getShutdownProtos()) {
     message.add_shutdownprotos(ToMessage(protocol));
   }
-  message.mutable_blockinfo()->Reserve(static_cast<int>(entry.getBlockInfo().size()));
+  auto& blockInfos = *message.mutable_blockinfo();
+  const int blocks = static_cast<int>(entry.getBlockInfo().size());
+  if (blockInfos.Capacity() < blocks) blockInfos.Reserve(blocks);
   for (const IntfEntry::BlockInfo& blockInfo : entry.getBlockInfo()) {
-    ToMessage(blockInfo, *message.add_blockinfo());
+    ToMessage(blockInfo, *blockInfos.Add());
   }
 
   message.set_intfcategory(InterfaceCategoryTable::ToMessage(entry.getInterfaceCategory()));

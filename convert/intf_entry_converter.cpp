@@ -64,7 +64,6 @@ bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message)
   ToMessage(entry.getPhysicalInfo(), ZORL2_NESTED(message, physicalinfo));
   ToMessage(entry.getTypeInfo(), ZORL2_NESTED(message, typeinfo));
 
-  message.mutable_shutdownprotos()->Reserve(static_cast<int>(entry.getShutdownProtos().size()));
   for (const ProtocolType protocol : entry.getShutdownProtos()) {
     message.add_shutdownprotos(ToMessage(protocol));
   }

@@ -45,11 +45,17 @@ class ZORL2_EXPORT IntfEntryBuilder {
   // Replaces the category.
   IntfEntryBuilder& setInterfaceCategory(InterfaceCategory category);
 
-  // The parts of the entry themselves, to be filled in place by a caller that would otherwise
-  // assemble a copy. What is not written keeps its value. Never throw.
+  // The four parts of the entry themselves, to be filled in place by a caller that would otherwise
+  // assemble a copy. What is not written keeps its value. Never throw; a reference is valid as long
+  // as the builder is.
+
+  // Names and addresses.
   IntfEntry::GeneralInfo& generalInfo() { return entry.generalInfo; }
+  // Status and speed.
   IntfEntry::StatusInfo& statusInfo() { return entry.statusInfo; }
+  // MTU, speed class and duplex mode.
   IntfEntry::PhysicalInfo& physicalInfo() { return entry.physicalInfo; }
+  // Kind, flags and tags.
   IntfEntry::TypeInfo& typeInfo() { return entry.typeInfo; }
 
   // A copy of the entry as it stands, with strings and list nodes of its own. The builder keeps its

@@ -47,6 +47,11 @@ target_sources(zorl2_own PRIVATE ${ZORL2_GENERATED_HEADERS})
 target_compile_definitions(zorl2_own PRIVATE ZORL2_NO_SPEED_TABLE)
 set_target_properties(zorl2_own PROPERTIES POSITION_INDEPENDENT_CODE ON)
 zorl2_warnings(zorl2_own)
+zorl2_covered(zorl2_own)
+if(ZORL2_COVERAGE)
+  # One copy of every template, or the copies that the linker drops count as never run.
+  set_target_properties(zorl2_own PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+endif()
 # The C functions promise an invalid memory access when memory runs out; the optimiser must not
 # reason from it that memory never does.
 set_source_files_properties(c_api/intf_entry.cpp TARGET_DIRECTORY zorl2_own PROPERTIES

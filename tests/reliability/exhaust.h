@@ -7,6 +7,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <new>
 
 #include "tests/reliability/failing_new.h"
@@ -57,11 +59,13 @@ long Exhaust(Fresh fresh, Operate operate, Check check) {
 // built by a later call.
 template <typename Run>
 void InColdProcess(Run run) {
+  std::fflush(nullptr);
   const pid_t child = fork();
   ASSERT_GE(child, 0);
   if (child == 0) {
     run();
-    _exit(testing::Test::HasFailure() ? 1 : 0);
+    // The ordinary exit, which also writes down what a coverage build has counted.
+    std::exit(testing::Test::HasFailure() ? 1 : 0);
   }
   int status = 0;
   ASSERT_EQ(waitpid(child, &status, 0), child);

@@ -113,44 +113,6 @@ TEST(Exhaustion, EntryToMessageKeepsWhatWasSet) {
   EXPECT_GE(run(), 15);
 }
 
-template <typename Call>
-void ExpectRefused(Call call) {
-  try {
-    call();
-    ADD_FAILURE() << "accepted";
-  } catch (const std::out_of_range& e) {
-    EXPECT_STREQ(e.what(), "bimap<>: invalid key");
-  }
-}
-
-// The table of refusals is built by the first refusal, which may itself run out of memory.
-TEST(Exhaustion, RefusedEnumerationIsRefusedOnceThereIsMemory) {
-  proof::InColdProcess([] {
-    oracle::EntryRecord record = Record();
-    record.statusInfo.adminStatus = static_cast<IntfEntry::AdminStatus>(2);
-    const IntfEntry entry = proof::Build(record);
-    long failures = 0;
-    for (long n = 1; n < 200; ++n) {
-      pb::IntfEntry message;
-      proof::FailAllocation(n);
-      bool threw = false;
-      try {
-        IntfEntryConverter().Convert(entry, message);
-      } catch (const std::bad_alloc&) {
-        threw = true;
-      } catch (const std::out_of_range&) {
-      }
-      if (!proof::StopFailing()) break;
-      EXPECT_TRUE(threw) << n;
-      ++failures;
-      EXPECT_FALSE(message.has_physicalinfo());
-    }
-    EXPECT_GE(failures, 5);
-    pb::IntfEntry message;
-    ExpectRefused([&] { IntfEntryConverter().Convert(entry, message); });
-  });
-}
-
 TEST(Exhaustion, SignalsToNativeKeepOldStatesAndAddOnlyNewOnes) {
   ShutStateInfoSyncSignal signal;
   signal.protocol = ERPS;

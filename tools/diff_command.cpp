@@ -12,7 +12,7 @@
 #include "tools/colours.h"
 #include "tools/diff.h"
 #include "tools/error.h"
-#include "tools/input.h"
+#include "tools/input_options.h"
 #include "tools/message_types.h"
 #include "tools/output_check.h"
 

@@ -11,7 +11,7 @@
 #include "tools/colours.h"
 #include "tools/error.h"
 #include "tools/explain.h"
-#include "tools/input.h"
+#include "tools/input_options.h"
 #include "tools/output_check.h"
 
 namespace zorl2_inspect {

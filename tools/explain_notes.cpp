@@ -113,6 +113,8 @@ void Annotator::Enter(const WireField& field) {
       frame.seen = part.get();
     }
   }
+  // What the pointer points to moves with its owner.
+  // cppcheck-suppress danglingLifetime
   frames_.push_back(std::move(frame));
 }
 

@@ -5,7 +5,6 @@
 #include <google/protobuf/descriptor.h>
 #include <google/protobuf/message.h>
 
-#include <CLI/App.hpp>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -31,11 +30,6 @@ struct InputOptions {
   // A stream of messages, each behind its length as a varint. Wire bytes or hexadecimal text.
   bool delimited = false;
 };
-
-// FILE, and the options below.
-void AddInputOptions(CLI::App& command, InputOptions& options);
-// --type, --input and --delimited.
-void AddReadingOptions(CLI::App& command, InputOptions& options);
 
 // No input that is held in memory as a whole, and no record of a stream, is longer than this.
 inline constexpr std::size_t kLongestInput = std::size_t{512} << 20;

@@ -76,18 +76,19 @@ bool IsBundle(const std::string& type) { return type == "bond" || type == "team"
 
 // What decides about the record, read once.
 struct Facts {
-  Facts(rtnl_link* from, nl_cache* all, nl_cache* bridged) : link(from) {
-    index = rtnl_link_get_ifindex(link);
+  Facts(rtnl_link* from, nl_cache* all, nl_cache* bridged)
+      : link(from),
+        index(rtnl_link_get_ifindex(from)),
+        type(Type(from)),
+        flags(rtnl_link_get_flags(from)),
+        master(rtnl_link_get_master(from)),
+        vlan(type == "vlan") {
     const char* text = rtnl_link_get_name(link);
     name = text == nullptr ? "" : text;
-    type = Type(link);
-    flags = rtnl_link_get_flags(link);
-    master = rtnl_link_get_master(link);
     const Link above(master > 0 ? rtnl_link_get(all, master) : nullptr);
     const std::string master_type = Type(above.get());
     bridge_port = master_type == "bridge";
     bundle_port = IsBundle(master_type);
-    vlan = type == "vlan";
     if (bridge_port) {
       const Link port(rtnl_link_get(bridged, index));
       if (port && rtnl_link_is_bridge(port.get()) != 0) {
@@ -226,6 +227,7 @@ std::vector<IntfEntry> KernelEntries() {
   std::vector<std::pair<int, rtnl_link*>> links;
   for (nl_object* object = nl_cache_get_first(all.get()); object != nullptr;
        object = nl_cache_get_next(object)) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): what the library's cache holds.
     auto* link = reinterpret_cast<rtnl_link*>(object);
     links.emplace_back(rtnl_link_get_ifindex(link), link);
   }

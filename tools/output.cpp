@@ -63,10 +63,9 @@ std::string MessageIn(MessageForm form, const google::protobuf::Message& message
   std::string bytes = message.SerializePartialAsString();
   if (!of_stream) return bytes;
   std::uint8_t length[10];
-  const std::uint8_t* end = google::protobuf::io::CodedOutputStream::WriteVarint64ToArray(
-      bytes.size(), static_cast<std::uint8_t*>(length));
-  bytes.insert(0, reinterpret_cast<const char*>(length), static_cast<std::size_t>(end - length));
-  return bytes;
+  std::uint8_t* const end =
+      google::protobuf::io::CodedOutputStream::WriteVarint64ToArray(bytes.size(), length);
+  return std::string(length, end) + bytes;
 }
 
 }  // namespace zorl2_inspect

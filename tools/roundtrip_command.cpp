@@ -11,7 +11,7 @@
 #include "tools/colours.h"
 #include "tools/conversion.h"
 #include "tools/error.h"
-#include "tools/input.h"
+#include "tools/input_options.h"
 #include "tools/losses.h"
 #include "tools/message_types.h"
 #include "tools/output.h"

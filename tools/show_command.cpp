@@ -13,7 +13,7 @@
 #include "tools/conversion.h"
 #include "tools/error.h"
 #include "tools/field_text.h"
-#include "tools/input.h"
+#include "tools/input_options.h"
 #include "tools/message_types.h"
 #include "tools/output.h"
 #include "tools/show_table.h"

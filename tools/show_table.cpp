@@ -47,7 +47,7 @@ Cell UpCell(bool up) { return up ? Cell("up", Colour::kGreen) : Cell("down", Col
 
 // A name of a capture must not move the cursor: it is shown as it is only when it is plain.
 std::string Plain(const std::string& text) {
-  const std::string quoted = Quoted(text, 40);
+  std::string quoted = Quoted(text, 40);
   if (quoted.size() == text.size() + 2 && text.find(' ') == text.npos)
     return text.empty() ? "-" : text;
   return quoted;

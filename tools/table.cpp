@@ -15,7 +15,7 @@ struct Column {
 };
 
 void Put(std::string& line, const Column& column, bool last, const std::string& text,
-         std::string shown) {
+         const std::string& shown) {
   const std::size_t width = Width(text);
   const std::string padding(column.width > width ? column.width - width : 0, ' ');
   if (column.right) line += padding;

@@ -126,15 +126,19 @@ TEST(List, LeavesWhatIsNoBufferUnwritten) {
   destroy_intf_entry_list(&list);
 }
 
+// The last count does not fit 16 bits. Not one allocation more than promised is granted.
 TEST(List, GivesEverythingBack) {
-  for (const std::size_t count : {0, 1, 3, 1000}) {
-    const Watch watch;
+  for (const std::size_t count : {0, 1, 3, 1000, 70000}) {
+    const auto promised = static_cast<long>(2 + 3 * count);
+    const Watch watch(promised);
     intf_entry_list_t* list = init_intf_entry_list(count);
+    const std::uint32_t counted = list->count;
     const long live = watched.live;
     destroy_intf_entry_list(&list);
     const long left = watched.live;
     watched.watching = false;
-    EXPECT_EQ(live, static_cast<long>(2 + 3 * count));
+    EXPECT_EQ(counted, count);
+    EXPECT_EQ(live, promised);
     EXPECT_EQ(left, 0);
   }
 }

@@ -46,15 +46,24 @@ WORDS = [(r"std::move\((\w+)\)", r"\1", "copied"), (r"\bnoexcept\b", "", "specif
          (r"\bnew \(std::nothrow\)", "new", "specifier"), (r"\bZORL2_(C_)?EXPORT ", "", "hidden"),
          (r"\bdelete\[\] ", "delete ", "release"), (r"\bdelete (?=\w)", "delete[] ", "release"),
          (r"std::bad_alloc&", "std::bad_array_new_length&", "specifier"),
+         (r"\bstd::exit\b", "std::_Exit", "call"), (r"\bRelease\(\)", "Build()", "call"),
+         (r"\bBuild\(\)", "Release()", "call"), (r"\binsert_or_assign\b", "emplace_hint", "call"),
+         (r"\bsizeof\(\*(\w+)\)", r"sizeof(\1)", "call"),
+         (r"^(\s+\w+(?:\.|->)\w+(?:\[\w+\])?) = ", r"\1 += ", "assigned"),
+         (r"^(\s+\w+(?:\.|->)\w+(?:\[\w+\])?) = ", r"\1 |= ", "assigned"),
          (r"\b__func__\b", '""', "text"), (r"\b__FILE__\b", '""', "text"),
          (r"\b__LINE__\b(?! ==)", "(__LINE__ + 1)", "text"),
          (r" = (0|false|[A-Z]\w*);", ";", "uninitialised"),
-         (r"\bstatic_cast<[^<>]+>\(", "(", "cast")]
+         # Where a variable takes its type from the cast, or a comparison does.
+         (r"(?<=auto number = )static_cast<[^<>]+>\(", "(", "cast"),
+         (r"(?<=auto place = )static_cast<[^<>]+>\(", "(", "cast"),
+         (r"(?<=> |= )(?<!\w = )static_cast<[^<>]+>\(", "(", "cast")]
 
 SKIPPED = ("#", "*", "/*", "namespace", "using", "static_assert", "template", "friend",
            "extern", "class ", "enum ", "//")
 STATEMENT = re.compile(r"^\s+[\w.*:>()\[\]<, &-]+(\(.*\)| [|&+-]?= .*);\s*$")
 NO_STATEMENT = re.compile(r"^\s+(return|const |static |auto |case |delete |std::\w+ \w+ =|if |for )")
+DECLARATION = re.compile(r"^\s+(const )?[\w:]+(<.*>)?[&*]? \w+$")
 # What may run out of memory, refuse a value or depend on what stands before it.
 ORDERED = re.compile(r"Table::|\b(To\w+|Clear|ZORL2_NESTED|push_back|insert|Reserve|\w*[aA]dd\w*|at|"
                      r"set_(\w*(name|addr|token))|delete|pvex_\w+|exit|memset|NewBuffer)\b|"
@@ -96,6 +105,8 @@ def _conditions(code):
 
 def _arguments(code):
     """Calls with two arguments, the other way round."""
+    if code.rstrip().endswith("{") and "if (" not in code:
+        return  # A declaration.
     for match in re.finditer(r"\b\w+\(([^(),]+(?:\([^()]*\))?), ([^(),]+(?:\([^()]*\))?)\)", code):
         yield "arguments", (code[:match.start(1)] + match.group(2) + ", " + match.group(1)
                             + code[match.end(2):])
@@ -119,7 +130,7 @@ def variants(code):
         yield "dropped", indent + ";"
     yield from _conditions(code)
     returned = re.match(r"^(.*\breturn) (.+);(.*)$", code)
-    if returned and returned.group(2) not in ("true", "false", "*this", "{}"):
+    if returned and returned.group(2) not in ("true", "false", "*this", "{}", "nullptr"):
         yield "returned", f"{returned.group(1)} {{}};{returned.group(3)}"
         yield "returned", f"{returned.group(1)} true;{returned.group(3)}"
     for match in re.finditer(r"(?<![\w.:\"])(\d+)(?![\w.\"])", code):
@@ -146,6 +157,8 @@ def variants(code):
             new = group[(i + 1) % len(group)]
             for match in re.finditer(rf"(?<![A-Za-z0-9])(set_)?{old}(?![A-Za-z0-9_])", code):
                 at = match.end() - len(old)
+                if DECLARATION.match(code[:match.end()]) or re.match(r"^\s+\w+ = \d+,", code):
+                    continue  # Would name two things alike.
                 yield "swapped", code[:at] + new + code[match.end():]
 
 
@@ -190,11 +203,13 @@ def changes_of(root, path):
             if changed.strip() != code.strip() and (i, changed) not in seen:
                 seen.add((i, changed))
                 yield Change(path, i, 1, kind, line, changed + rest)
-    for i in range(len(lines) - 1):
-        if not _is_skipped(lines[i], path) and not _is_skipped(lines[i + 1], path) and _reordered(
-                codes[i], codes[i + 1], path.endswith(".h")):
-            yield Change(path, i, 2, "reordered", lines[i] + "\n" + lines[i + 1],
-                         lines[i + 1] + "\n" + lines[i])
+    # Neighbours, with nothing but blank lines and comments between them.
+    places = [i for i, code in enumerate(codes) if code.strip()]
+    for i, j in zip(places, places[1:]):
+        if not _is_skipped(lines[i], path) and not _is_skipped(lines[j], path) and _reordered(
+                codes[i], codes[j], path.endswith(".h")):
+            yield Change(path, i, j - i + 1, "reordered", "\n".join(lines[i:j + 1]),
+                         "\n".join([lines[j], *lines[i + 1:j], lines[i]]))
 
 
 def files(root, headers):

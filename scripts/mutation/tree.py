@@ -18,7 +18,7 @@ STEPS = [
     ["convert_test", "state_test", "unlisted_numbers_test", "state_protocol_test", "native_test",
      "c_functions_test", "c_functions_exhaustion_test", "builder_exhaustion_test",
      "exported_surface_test"],
-    ["exhaustion_test", "native_exhaustion_test", "differential_test", "state_fault_test",
+    ["exhaustion_test", "order_test", "native_exhaustion_test", "differential_test", "state_fault_test",
      "state_fault_sites_test"],
     ["convert_allocation_test", "allocation_test", "first_use_test", "known_bytes_test",
      "host_functions_test", "c_functions_c99", "properties_test", "round_trip_test",
@@ -138,13 +138,9 @@ class Tree:
             self.built.add(step)
         return [self._executable(name) for name in STEPS[step]]
 
-    def failing(self, executables):
-        """The name of the first test that fails."""
-        for executable in executables:
-            options = GTEST_OPTIONS if "_test" in executable else []
-            if run([executable, *options], timeout=120, cwd=self.build) != 0:
-                return os.path.basename(executable)
-        return None
+    def fails(self, executable):
+        options = GTEST_OPTIONS if "_test" in executable else []
+        return run([executable, *options], timeout=120, cwd=self.build) != 0
 
     def apply(self, change):
         file = os.path.join(self.source, change.path)
@@ -191,7 +187,17 @@ class Tree:
         name = os.path.basename(executable)
         return [path for path, target in self.targets if target == name]
 
-    def compile_test(self, executable, change):
+    def compile_records(self, change):
+        """The objects of native/ with the change, or None."""
+        outputs = []
+        for path in self.own:
+            if path.startswith("native/") and self._depends(path, change):
+                outputs.append(os.path.join(self.objects, "changed_" + os.path.basename(path)))
+                if not self._compile([path], None, outputs[-1] + ".o"):
+                    return None
+        return [output + ".o" for output in outputs]
+
+    def compile_test(self, executable, change, first=()):
         """Compiles a test again with the change; the new executable, or None."""
         name = os.path.basename(executable)
         command = subprocess.check_output(["ninja", "-C", self.build, "-t", "commands", name],
@@ -205,7 +211,7 @@ class Tree:
                 return None
             link = link.replace(os.path.relpath(self.objects_of[path, name], self.build), output)
         output = os.path.join(self.objects, name)
-        link = re.sub(rf"-o \S*/{name}\b", f"-o {output}", link)
+        link = re.sub(rf"-o \S*/{name}\b", f"{' '.join(first)} -o {output}", link)
         return output if run(["sh", "-c", link], cwd=self.build) == 0 else None
 
     def rebuild_everything(self):

@@ -8,6 +8,7 @@ import filecmp
 import json
 import os
 import re
+import resource
 import shlex
 import shutil
 import subprocess
@@ -84,9 +85,9 @@ ENUMERATIONS = ["AdminStatus", "OperationalStatus", "LinkStatus", "EthernetSpeed
                 "EthernetDuplexMode", "InterfaceType", "VlanType"]
 
 
-def run(command, timeout=900, cwd=None, quiet=True):
+def run(command, timeout=900, cwd=None, quiet=True, prepare=None):
     """The exit code; -1 for one that does not end in time."""
-    with subprocess.Popen(command, cwd=cwd, start_new_session=True,
+    with subprocess.Popen(command, cwd=cwd, start_new_session=True, preexec_fn=prepare,
                           stdout=subprocess.DEVNULL if quiet else None,
                           stderr=subprocess.STDOUT if quiet else None) as process:
         try:
@@ -139,8 +140,17 @@ class Tree:
         return [self._executable(name) for name in STEPS[step]]
 
     def fails(self, executable):
+        """Also when it does not end: processor time counts, so that a busy machine kills nothing."""
         options = GTEST_OPTIONS if "_test" in executable else []
-        return run([executable, *options], timeout=120, cwd=self.build) != 0
+        limits = {resource.RLIMIT_CPU: 30}
+        if "exhaustion" not in executable:  # One of these maps more than any machine has.
+            limits[resource.RLIMIT_AS] = 8 << 30
+
+        def limit():
+            for what, most in limits.items():
+                resource.setrlimit(what, (most, most))
+
+        return run([executable, *options], cwd=self.build, prepare=limit) != 0
 
     def apply(self, change):
         file = os.path.join(self.source, change.path)

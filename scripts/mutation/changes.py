@@ -62,11 +62,12 @@ WORDS = [(r"std::move\((\w+)\)", r"\1", "copied"), (r"\bnoexcept\b", "", "specif
 SKIPPED = ("#", "*", "/*", "namespace", "using", "static_assert", "template", "friend",
            "extern", "class ", "enum ", "//")
 STATEMENT = re.compile(r"^\s+[\w.*:>()\[\]<, &-]+(\(.*\)| [|&+-]?= .*);\s*$")
-NO_STATEMENT = re.compile(r"^\s+(return|const |static |auto |case |delete |std::\w+ \w+ =|if |for )")
+NO_STATEMENT = re.compile(
+    r"^\s+(return|const |static |auto |case |delete |std::\w+ \w+ =|if |for )")
 DECLARATION = re.compile(r"^\s+(const )?[\w:]+(<.*>)?[&*]? \w+$")
 # What may run out of memory, refuse a value or depend on what stands before it.
-ORDERED = re.compile(r"Table::|\b(To\w+|Clear|ZORL2_NESTED|push_back|insert|Reserve|\w*[aA]dd\w*|at|"
-                     r"set_(\w*(name|addr|token))|delete|pvex_\w+|exit|memset|NewBuffer)\b|"
+ORDERED = re.compile(r"Table::|\b(To\w+|Clear|ZORL2_NESTED|push_back|insert|Reserve|\w*[aA]dd\w*"
+                     r"|at|set_(\w*(name|addr|token))|delete|pvex_\w+|exit|memset|NewBuffer)\b|"
                      r"(name|addr|token|generalInfo|Release\(\))")
 REPEATED = re.compile(r"\b(push_back|add_\w+|add\w*Proto|addBlockInfo|Append|Add|pvex_\w+)\(")
 

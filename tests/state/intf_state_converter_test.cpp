@@ -159,6 +159,21 @@ TYPED_TEST(StateConverter, MessageToNative_ARefusedProtocolIsNoticedBeforeAMalfo
   this->ExpectHeld(signal);
 }
 
+TYPED_TEST(StateConverter, MessageToNative_TheGreatestIdentifierMayComeBeforeHeldOnes) {
+  const zorid_t greatest = Id(255, 255, 255, 255);
+  const zorid_t least = Id(0, 0, 0, 0);
+  auto signal = this->HeldSignal();
+  TypeParam::States(signal)[least] = TypeParam::kOn;
+  auto message = EmptyMessage<TypeParam>(pb::ERPS);
+  Add<TypeParam>(message, greatest, true);
+  Add<TypeParam>(message, least, false);
+  Add<TypeParam>(message, kA, false);
+  EXPECT_TRUE(this->converter.Convert(message, signal));
+  EXPECT_EQ(TypeParam::States(signal),
+            (std::map<zorid_t, typename TypeParam::State>{
+                {least, TypeParam::kOff}, {kA, TypeParam::kOff}, {greatest, TypeParam::kOn}}));
+}
+
 // The order of the elements must not matter for the merge: any sequence of identifiers, merged into
 // any signal, gives what assigning them one after the other gives.
 TYPED_TEST(StateConverter, MessageToNative_MergesElementsOfAnyOrder) {

@@ -127,7 +127,7 @@ def variants(code):
         yield "dropped", indent + ";"
         if REPEATED.search(code):
             yield "repeated", code.rstrip() + " " + code.strip()
-    if re.match(r"^\s+delete(\[\])? ", code):
+    if re.match(r"^\s+(delete(\[\])? |throw;)", code):
         yield "dropped", indent + ";"
     yield from _conditions(code)
     returned = re.match(r"^(.*\breturn) (.+);(.*)$", code)

@@ -146,6 +146,22 @@ TEST(Order, EntryToMessage_IdentifiersPartsProtocolsBlocksCategory) {
               ElementsAre(0, 1, 2, 3, 6, 7, 8, 9, 10, 11, 13));
 }
 
+// A status that is refused is noticed behind the three strings.
+TEST(Order, EntryToNative_CopiesTheStringsBeforeItRefusesAStatus) {
+  pb::IntfEntry message;
+  ASSERT_TRUE(IntfEntryConverter().Convert(Entry(), message));
+  message.mutable_statusinfo()->set_adminstatus(static_cast<pb::AdminStatus>(2));
+  IntfEntry entry;
+  // The first refusal builds the table of refusals.
+  EXPECT_THROW(IntfEntryConverter().Convert(message, entry), std::out_of_range);
+  proof::FailAllocation(1000);
+  EXPECT_THROW(IntfEntryConverter().Convert(message, entry), std::out_of_range);
+  proof::StopFailing();
+  EXPECT_EQ(proof::AllocationSize(1), kName.size() + 1);
+  EXPECT_EQ(proof::AllocationSize(2), kAddress.size() + 1);
+  EXPECT_EQ(proof::AllocationSize(3), kGroup.size() + 1);
+}
+
 TEST(Order, AggregationOperationToMessage_BothIdentifiersArePresentBeforeEitherIsFilled) {
   const LagMemberOperation operation{{{1, 2, 3, 4}}, {{5, 6, 7, 8}}, 9, 10, true, true};
   EXPECT_THAT(StopsOfMessage<pb::LagMemberOperationProto>(

@@ -153,6 +153,7 @@ TEST(Layout, StateSignals) {
 TEST(Layout, InfoClientConfig) {
   static_assert(sizeof(ZORL2InfoClientConfig) == 96);
   static_assert(std::is_aggregate_v<ZORL2InfoClientConfig>);
+  static_assert(std::is_same_v<decltype(ZORL2InfoClientConfig::clientAddress), std::uint64_t>);
   const ZORL2InfoClientConfig config;
   EXPECT_EQ(Distance(config, &config.protocolType), 0);
   EXPECT_EQ(Distance(config, &config.interfaceCategories), 8);
@@ -163,6 +164,8 @@ TEST(Layout, InfoClientConfig) {
 TEST(Layout, LagMemberOperation) {
   static_assert(sizeof(LagMemberOperation) == 24);
   static_assert(std::is_trivially_copyable_v<LagMemberOperation>);
+  static_assert(std::is_same_v<decltype(LagMemberOperation::token), std::uint64_t>);
+  static_assert(std::is_same_v<decltype(LagMemberOperation::managerData), std::uint32_t>);
   EXPECT_EQ(offsetof(LagMemberOperation, lag), 0U);
   EXPECT_EQ(offsetof(LagMemberOperation, member), 4U);
   EXPECT_EQ(offsetof(LagMemberOperation, token), 8U);

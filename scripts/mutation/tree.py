@@ -134,10 +134,14 @@ class Tree:
 
     def executables(self, step):
         """Those of one step. Built against the unchanged sources: before a change is applied."""
+        executables = [self._executable(name) for name in STEPS[step]]
         if step not in self.built:
             self._ninja(*STEPS[step])
             self.built.add(step)
-        return [self._executable(name) for name in STEPS[step]]
+            for executable in executables:
+                if self.fails(executable):
+                    raise SystemExit(f"mutate: {executable} fails without any change")
+        return executables
 
     def fails(self, executable):
         """Also when it does not end, twice: the machine may have been busy the first time."""
@@ -241,11 +245,10 @@ class Tree:
             raise SystemExit("mutate: the tests do not build")
 
     def _executable(self, name):
-        for area in sorted(os.listdir(os.path.join(self.build, "tests"))):
-            file = os.path.join(self.build, "tests", area, name)
-            if os.path.isfile(file):
-                return file
-        raise SystemExit(f"mutate: no {name}")
+        area = next(area for area in sorted(os.listdir(os.path.join(self.build, "tests")))
+                    if os.path.isdir(os.path.join(self.build, "tests", area, "CMakeFiles",
+                                                  name + ".dir")))
+        return os.path.join(self.build, "tests", area, name)
 
     def _copy_sources(self):
         """Brings the copy up to date, and leaves alone what has not changed."""

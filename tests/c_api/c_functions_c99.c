@@ -41,6 +41,8 @@ LAYOUT(place_of_phy_addr, offsetof(intf_entry_t, phy_addr) == 16);
 LAYOUT(place_of_manager_data_2, offsetof(intf_entry_t, manager_data_2) == 24);
 LAYOUT(place_of_group_phy_addr, offsetof(intf_entry_t, redundancy_group_phy_addr) == 32);
 LAYOUT(place_of_manager_data_3, offsetof(intf_entry_t, manager_data_3) == 40);
+LAYOUT(size_of_manager_data_1, sizeof(((intf_entry_t*)0)->manager_data_1) == 8);
+LAYOUT(size_of_manager_data_2, sizeof(((intf_entry_t*)0)->manager_data_2) == 8);
 LAYOUT(size_of_manager_data_3, sizeof(((intf_entry_t*)0)->manager_data_3) == 64);
 LAYOUT(size_of_a_list, sizeof(intf_entry_list_t) == 16);
 LAYOUT(place_of_entries, offsetof(intf_entry_list_t, entries) == 0);

@@ -32,6 +32,10 @@ static_assert(offsetof(intf_entry_t, phy_addr) == 16);
 static_assert(offsetof(intf_entry_t, manager_data_2) == 24);
 static_assert(offsetof(intf_entry_t, redundancy_group_phy_addr) == 32);
 static_assert(offsetof(intf_entry_t, manager_data_3) == 40);
+// The alignment behind the first two would hide a lost octet from the offsets.
+static_assert(sizeof(intf_entry_t::manager_data_1) == 8);
+static_assert(sizeof(intf_entry_t::manager_data_2) == 8);
+static_assert(sizeof(intf_entry_t::manager_data_3) == 64);
 static_assert(sizeof(intf_entry_list_t) == 16);
 static_assert(offsetof(intf_entry_list_t, entries) == 0);
 static_assert(offsetof(intf_entry_list_t, count) == 8);

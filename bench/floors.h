@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <list>
+#include <utility>
 
 #include "information_client.pb.h"
 #include "interface_entry.pb.h"

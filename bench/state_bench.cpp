@@ -1,10 +1,9 @@
 // Both state signals, by size and order.
-#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 

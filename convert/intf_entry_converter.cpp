@@ -1,7 +1,5 @@
 #include "convert/intf_entry_converter.h"
 
-#include <utility>
-
 #include "convert/enum_mapping.h"
 #include "convert/intf_entry_enum_tables.h"
 #include "convert/intf_entry_mapping.h"

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <iterator>
+#include <limits>
 #include <map>
 
 #include "native/zorid.h"
@@ -19,29 +20,44 @@ class StateMerge {
 
   void Set(const zorid_t& id, State state) {
     const std::uint32_t number = ZoridNumber(id);
-    ascending_ = ascending_ && number >= least_;
-    if (!ascending_) {
+    if (number < least_) {
+      least_ = kOutOfOrder;
       states_[id] = state;
       return;
     }
     least_ = std::uint64_t{number} + 1;
-    if (next_ == states_.end()) {
-      // Behind every other; the next one can only go behind this one.
-      states_.emplace_hint(next_, id, state);
-    } else if (next_->first == id) {
+    if (next_ != states_.end() && next_->first == id) {
       next_->second = state;
       ++next_;
     } else {
-      next_ = std::next(states_.insert_or_assign(next_, id, state));
+      next_ = SetElsewhere(states_, next_, id, state);
     }
   }
 
  private:
-  std::map<zorid_t, State>& states_;
+  using Map = std::map<zorid_t, State>;
+  using Iterator = typename Map::iterator;
+
+  // Above every identifier's number.
+  static constexpr std::uint64_t kOutOfOrder = std::numeric_limits<std::uint64_t>::max();
+
+  // Sets an entry that is not `next`, given that all before `next` are below it. Returns the entry
+  // behind it. A function of its own, so that the loop over the entries that are there stays small.
+  [[gnu::noinline]] static Iterator SetElsewhere(Map& states, Iterator next, zorid_t id,
+                                                 State state) {
+    if (next != states.end() && next->first < id) next = states.lower_bound(id);
+    if (next != states.end() && next->first == id) {
+      next->second = state;
+      return std::next(next);
+    }
+    states.emplace_hint(next, id, state);
+    return next;
+  }
+
+  Map& states_;
   // The entry behind the one set last. All before it are below least_.
-  typename std::map<zorid_t, State>::iterator next_;
+  Iterator next_;
   std::uint64_t least_ = 0;
-  bool ascending_ = true;
 };
 
 }  // namespace zorl2_mapping

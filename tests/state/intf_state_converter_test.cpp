@@ -174,6 +174,19 @@ TYPED_TEST(StateConverter, MessageToNative_TheGreatestIdentifierMayComeBeforeHel
                 {least, TypeParam::kOff}, {kA, TypeParam::kOff}, {greatest, TypeParam::kOn}}));
 }
 
+// Behind its last entry a map keeps their number: read as an identifier, one entry is 1.0.0.0.
+TYPED_TEST(StateConverter, MessageToNative_WhatStandsBehindTheLastEntryIsNoEntry) {
+  const zorid_t first = Id(0, 0, 0, 9);
+  const zorid_t second = Id(1, 0, 0, 0);
+  auto message = EmptyMessage<TypeParam>(pb::LBD);
+  Add<TypeParam>(message, first, false);
+  Add<TypeParam>(message, second, true);
+  typename TypeParam::Signal signal;
+  EXPECT_TRUE(this->converter.Convert(message, signal));
+  EXPECT_EQ(TypeParam::States(signal), (std::map<zorid_t, typename TypeParam::State>{
+                                           {first, TypeParam::kOff}, {second, TypeParam::kOn}}));
+}
+
 // The order of the elements must not matter for the merge: any sequence of identifiers, merged into
 // any signal, gives what assigning them one after the other gives.
 TYPED_TEST(StateConverter, MessageToNative_MergesElementsOfAnyOrder) {

@@ -22,15 +22,14 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
   IntfEntryBuilder builder;
 
   // A malformed identifier becomes all zero and the entry goes on: one bad identifier must not
-  // cost the receiver everything else that the entry says.
+  // cost the receiver everything else that the entry says. An absent parent reads as one without
+  // values and becomes all zero too.
   zorid_t id;
   ToNative(message.zorid(), id);
   builder.addZorId(id);
-  if (message.has_parent()) {
-    zorid_t parent;
-    ToNative(message.parent(), parent);
-    builder.addParent(parent);
-  }
+  zorid_t parent;
+  ToNative(message.parent(), parent);
+  builder.addParent(parent);
 
   ToNative(message.generalinfo(), builder.generalInfo());
   ToNative(message.statusinfo(), builder.statusInfo());

@@ -15,7 +15,7 @@ bool LagMemberConverter::Convert(const pb::LagMemberOperationProto& message,
                                  LagMemberOperation& operation) {
   // Always true for a message without required fields; tested as in every converter.
   if (!message.IsInitialized()) return false;
-  if (!message.has_lag() || !message.has_member()) return false;
+  // An absent identifier reads as one without values, which is no more taken than any other count.
   // Through temporaries: a malformed identifier zeroes its destination, and a refused operation
   // must not touch the record.
   zorid_t lag;

@@ -19,7 +19,7 @@
 namespace zorl2_inspect {
 namespace {
 
-struct Options {
+struct DiffArguments {
   InputOptions input;
   std::string before;
   std::string after;
@@ -49,7 +49,7 @@ Capture Read(InputOptions options, const std::string& file) {
   return capture;
 }
 
-int Run(const Options& options) {
+int DiffCommand(const DiffArguments& options) {
   if (options.before == "-" && options.after == "-") {
     throw InputError("standard input", "", "expected another capture to compare it with");
   }
@@ -72,7 +72,7 @@ int Run(const Options& options) {
 }  // namespace
 
 void AddDiffCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<DiffArguments>();
   CLI::App* command =
       app.add_subcommand("diff", "Tell what was added, removed and changed between two captures");
   command->add_option("A", options->before, "The earlier capture")->required()->type_name("");
@@ -89,7 +89,8 @@ void AddDiffCommand(CLI::App& app, int& status) {
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");
-  command->callback([options, &status] { status = WithOutput([&] { return Run(*options); }); });
+  command->callback(
+      [options, &status] { status = WithOutput([&] { return DiffCommand(*options); }); });
 }
 
 }  // namespace zorl2_inspect

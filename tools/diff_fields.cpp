@@ -31,7 +31,7 @@ bool IsZorid(const FieldDescriptor* field) {
   return field != nullptr && field->message_type() == pb::Zorid::descriptor();
 }
 
-std::string MessageText(const Message& message) {
+std::string NestedText(const Message& message) {
   if (message.GetDescriptor() == pb::Zorid::descriptor()) return IdentifierText(message);
   google::protobuf::TextFormat::Printer printer;
   printer.SetSingleLineMode(true);
@@ -52,8 +52,8 @@ std::string ValueText(const Message& parent, const FieldDescriptor& field, int i
   std::string scratch;
   switch (field.cpp_type()) {
     case FieldDescriptor::CPPTYPE_MESSAGE:
-      return MessageText(repeated ? reflection.GetRepeatedMessage(parent, &field, index)
-                                  : reflection.GetMessage(parent, &field));
+      return NestedText(repeated ? reflection.GetRepeatedMessage(parent, &field, index)
+                                 : reflection.GetMessage(parent, &field));
     case FieldDescriptor::CPPTYPE_STRING:
       return Quoted(repeated
                         ? reflection.GetRepeatedStringReference(parent, &field, index, &scratch)

@@ -20,7 +20,7 @@
 namespace zorl2_inspect {
 namespace {
 
-struct Options {
+struct EncodeArguments {
   std::vector<std::string> files;
   std::string type;
   std::string form;
@@ -53,7 +53,7 @@ std::string ReadWhole(const std::string& file) {
   return content;
 }
 
-void Append(const std::string& file, const Options& options, Messages* messages) {
+void Append(const std::string& file, const EncodeArguments& options, Messages* messages) {
   const std::string content = ReadWhole(file);
   std::string_view text = content;
   if (text.substr(0, 3) == "\xef\xbb\xbf") text.remove_prefix(3);
@@ -78,7 +78,7 @@ void Append(const std::string& file, const Options& options, Messages* messages)
   for (auto& message : ReadMessages(input, json, *type)) messages->push_back(std::move(message));
 }
 
-int Run(const Options& options) {
+int EncodeCommand(const EncodeArguments& options) {
   Messages messages;
   for (const std::string& file : options.files) Append(file, options, &messages);
   if (messages.size() != 1 && !options.delimited) {
@@ -98,7 +98,7 @@ int Run(const Options& options) {
 }  // namespace
 
 void AddEncodeCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<EncodeArguments>();
   CLI::App* command = app.add_subcommand(
       "encode", "Turn JSON or protobuf text into wire bytes, or several messages into a stream");
   command->add_option("FILE", options->files, "The files to read; - for standard input")
@@ -117,7 +117,7 @@ void AddEncodeCommand(CLI::App& app, int& status) {
   command->footer(
       "Example:\n"
       "  echo '{\"value\": [0, 0, 0, 7]}' | zorl2-inspect encode --type Zorid - | xxd");
-  command->callback([options, &status] { status = Run(*options); });
+  command->callback([options, &status] { status = EncodeCommand(*options); });
 }
 
 }  // namespace zorl2_inspect

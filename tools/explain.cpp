@@ -21,9 +21,9 @@ constexpr std::size_t kBytesPerLine = 8;
 constexpr std::size_t kBytesWidth = 3 * kBytesPerLine - 1;
 constexpr std::size_t kPathWidth = 50;
 constexpr std::size_t kTypeWidth = 23;
-constexpr std::size_t kBufferSize = 1 << 16;
+constexpr std::size_t kOutputBuffer = 1 << 16;
 
-std::string TypeName(const FieldDescriptor& field) {
+std::string ShownType(const FieldDescriptor& field) {
   if (field.type() == FieldDescriptor::TYPE_MESSAGE) return field.message_type()->name();
   if (field.type() == FieldDescriptor::TYPE_ENUM) return "enum " + field.enum_type()->name();
   return field.type_name();
@@ -31,7 +31,7 @@ std::string TypeName(const FieldDescriptor& field) {
 
 std::string TypeOf(const WireField& field) {
   if (field.field == nullptr) return fmt::format("unknown, {}", WireTypeName(field.wire_type));
-  const std::string name = TypeName(*field.field);
+  const std::string name = ShownType(*field.field);
   return field.kind == WireField::Kind::kPacked ? "packed " + name : name;
 }
 
@@ -79,7 +79,7 @@ class Printer : public WireVisitor {
                             end, path));
           }
           const bool there = field.is_repeated();
-          Line(end, {}, path, TypeName(field), there ? "" : "(absent)", {note});
+          Line(end, {}, path, ShownType(field), there ? "" : "(absent)", {note});
         });
   }
 
@@ -111,7 +111,7 @@ class Printer : public WireVisitor {
 
   void Put(std::string_view text) {
     buffer_ += text;
-    if (buffer_.size() >= kBufferSize) Flush();
+    if (buffer_.size() >= kOutputBuffer) Flush();
   }
 
   void Start(std::size_t offset, std::string_view bytes) {

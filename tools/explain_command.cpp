@@ -17,7 +17,7 @@
 namespace zorl2_inspect {
 namespace {
 
-struct Options {
+struct ExplainArguments {
   InputOptions input;
   std::string colour = "auto";
   std::size_t bytes = ExplainOptions().bytes;
@@ -34,7 +34,7 @@ std::string Verdict(const ExplainSummary& summary, std::size_t bytes) {
   return text;
 }
 
-int Run(const Options& options) {
+int ExplainCommand(const ExplainArguments& options) {
   Input input(options.input);
   ExplainOptions how;
   how.colours = UseColours(options.colour, STDOUT_FILENO);
@@ -60,7 +60,7 @@ int Run(const Options& options) {
 }  // namespace
 
 void AddExplainCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ExplainArguments>();
   CLI::App* command =
       app.add_subcommand("explain", "Print the bytes of a message beside what they mean");
   AddInputOptions(*command, options->input);
@@ -76,7 +76,8 @@ void AddExplainCommand(CLI::App& app, int& status) {
       "status is then 2.\n\n"
       "Example, an identifier with one value too wide for an octet:\n"
       "  printf '0a 05 00 00 01 ac 02' | zorl2-inspect explain --input hex --type Zorid -");
-  command->callback([options, &status] { status = WithOutput([&] { return Run(*options); }); });
+  command->callback(
+      [options, &status] { status = WithOutput([&] { return ExplainCommand(*options); }); });
 }
 
 }  // namespace zorl2_inspect

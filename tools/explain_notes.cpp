@@ -20,7 +20,7 @@ using google::protobuf::EnumValueDescriptor;
 using google::protobuf::FieldDescriptor;
 
 constexpr std::uint64_t kLow32 = 0xffffffff;
-constexpr std::size_t kTextLimit = 64;
+constexpr std::size_t kNotedText = 64;
 
 bool IsZorid(const Descriptor* type) { return type == pb::Zorid::descriptor(); }
 
@@ -76,7 +76,7 @@ std::string Plain(const WireField& field) {
     case 5:
       return fmt::format("0x{:08x}", field.value);
     case 2:
-      return Quoted(field.content, kTextLimit);
+      return Quoted(field.content, kNotedText);
     default:
       return "group";
   }
@@ -192,7 +192,7 @@ std::string Annotator::Leaf(const WireField& field, std::vector<Note>* notes) {
       }
       return field.value != 0 ? "true" : "false";
     case FieldDescriptor::CPPTYPE_STRING:
-      return Quoted(field.content, kTextLimit);
+      return Quoted(field.content, kNotedText);
     case FieldDescriptor::CPPTYPE_INT32:
       return std::to_string(static_cast<std::int32_t>(field.value));
     case FieldDescriptor::CPPTYPE_UINT32:

@@ -111,19 +111,6 @@ bool LooksDelimited(std::string_view bytes) {
   return records > 0;
 }
 
-class FirstWireError : public WireVisitor {
- public:
-  void OnField(const WireField&) override {}
-  void OnEnd(const WireField&, std::size_t) override {}
-  void OnError(const WireError& found) override {
-    if (any) return;
-    any = true;
-    error = found;
-  }
-  bool any = false;
-  WireError error;
-};
-
 }  // namespace
 
 const char* FormName(InputForm form) {
@@ -286,13 +273,13 @@ void Input::Fail(const Record& record, std::string_view path, std::string_view p
 
 void Input::Parse(const Record& record, Message& message) const {
   if (!message.ParsePartialFromArray(record.bytes.data(), static_cast<int>(record.bytes.size()))) {
-    FirstWireError first;
-    WalkWire(record.bytes, *message.GetDescriptor(), 0, first);
-    std::string where = Where(record, first.error.offset);
-    if (!first.error.path.empty()) where += ", " + first.error.path;
-    std::string problem =
-        fmt::format("expected {}, found {}", first.error.expected, first.error.found);
-    if (!first.any) problem = fmt::format("expected a {}, found other bytes", type_->name());
+    const auto error = FirstWireError(record.bytes, *message.GetDescriptor());
+    std::string where = Where(record, error.has_value() ? error->offset : 0);
+    std::string problem = fmt::format("expected a {}, found other bytes", type_->name());
+    if (error.has_value()) {
+      if (!error->path.empty()) where += ", " + error->path;
+      problem = fmt::format("expected {}, found {}", error->expected, error->found);
+    }
     if (!stream_ && LooksDelimited(record.bytes)) {
       problem += " (it looks like a stream of messages: --delimited reads those)";
     }

@@ -12,14 +12,6 @@
 
 namespace zorl2_inspect {
 
-// Counted from 1, columns in characters.
-struct TextPlace {
-  std::size_t line;
-  std::size_t column;
-};
-
-TextPlace PlaceAt(std::string_view text, std::size_t offset);
-
 struct JsonProblem {
   std::size_t offset;
   // The field path, such as zorid.value[2]; empty for the message itself.

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -180,13 +179,6 @@ class Scanner {
 };
 
 }  // namespace
-
-TextPosition PositionOf(std::string_view text, std::size_t offset) {
-  const std::string_view before = text.substr(0, offset);
-  const std::size_t line_start = before.rfind('\n') + 1;  // 0 when there is none
-  return {static_cast<int>(std::count(before.begin(), before.end(), '\n')) + 1,
-          static_cast<int>(before.size() - line_start) + 1};
-}
 
 std::optional<JsonError> CheckJson(std::string_view text) {
   Scanner scanner(text, "");

@@ -10,14 +10,6 @@
 
 namespace zorl2_inspect {
 
-// From 1, in bytes.
-struct TextPosition {
-  int line = 1;
-  int column = 1;
-};
-
-TextPosition PositionOf(std::string_view text, std::size_t offset);
-
 struct JsonError {
   std::size_t offset = 0;
   // What was expected and what stood there.

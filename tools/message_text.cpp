@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 #include <google/protobuf/descriptor.h>
-#include <google/protobuf/io/tokenizer.h>
 #include <google/protobuf/text_format.h>
 #include <google/protobuf/util/json_util.h>
 
@@ -13,6 +12,7 @@
 #include "tools/error.h"
 #include "tools/json_check.h"
 #include "tools/message_types.h"
+#include "tools/text_parser.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -22,8 +22,8 @@ using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::TextFormat;
 
-std::string Where(TextPlace position, const std::string& path) {
-  std::string where = fmt::format("line {}, column {}", position.line, position.column);
+std::string Where(TextPlace place, const std::string& path) {
+  std::string where = fmt::format("line {}, column {}", place.line, place.column);
   if (!path.empty()) where += ": " + path;
   return where;
 }
@@ -38,40 +38,6 @@ std::string FirstMissing(const Message& message) {
   std::vector<std::string> missing;
   message.FindInitializationErrors(&missing);
   return missing.empty() ? "" : missing.front();
-}
-
-// The first error of the text format's parser.
-class FirstError : public google::protobuf::io::ErrorCollector {
- public:
-  void AddError(int line, google::protobuf::io::ColumnNumber column,
-                const std::string& text) override {
-    if (found_) return;
-    found_ = true;
-    position_ = {static_cast<std::size_t>(line < 0 ? 0 : line) + 1,
-                 static_cast<std::size_t>(column < 0 ? 0 : column) + 1};
-    text_ = text;
-  }
-  void AddWarning(int, google::protobuf::io::ColumnNumber, const std::string&) override {}
-
-  bool found() const { return found_; }
-  TextPlace position() const { return position_; }
-  const std::string& text() const { return text_; }
-
- private:
-  bool found_ = false;
-  TextPlace position_{1, 1};
-  std::string text_;
-};
-
-bool ParseText(std::string_view text, FirstError& error, TextFormat::ParseInfoTree* places,
-               Message& message) {
-  TextFormat::Parser parser;
-  parser.RecordErrorsTo(&error);
-  parser.WriteLocationsTo(places);
-  // A missing field is reported by ours, with a path and a line.
-  parser.AllowPartialMessage(true);
-  parser.SetRecursionLimit(100);
-  return parser.ParseFromString(std::string(text), &message);
 }
 
 // Where the message that lacks a field begins: the deepest part of the path that was recorded.
@@ -103,10 +69,10 @@ TextPlace PlaceOfMissing(const Message& message, const TextFormat::ParseInfoTree
 
 std::unique_ptr<Message> ReadText(const MessageText& input, const Descriptor& type) {
   std::unique_ptr<Message> message = NewMessage(type);
-  FirstError error;
+  FirstTextError error;
   TextFormat::ParseInfoTree places;
-  if (!ParseText(input.text, error, &places, *message)) {
-    throw InputError(input.name, Where(error.position(), ""), error.text());
+  if (!ParseText(input.text, *message, error, &places)) {
+    throw InputError(input.name, Where(error.place(), ""), error.text());
   }
   const std::string missing = FirstMissing(*message);
   if (!missing.empty()) {
@@ -142,17 +108,17 @@ std::optional<std::size_t> FirstProblem(std::string_view text, bool json, const 
     return problem->offset;
   }
   std::unique_ptr<Message> message = NewMessage(type);
-  FirstError error;
-  if (ParseText(text, error, nullptr, *message)) {
+  FirstTextError error;
+  if (ParseText(text, *message, error)) {
     if (message->IsInitialized()) return std::nullopt;
     return text.size();
   }
   std::size_t offset = 0;
-  for (std::size_t line = 1; line < error.position().line; ++line) {
+  for (std::size_t line = 1; line < error.place().line; ++line) {
     offset = text.find('\n', offset) + 1;
     if (offset == 0) return text.size();
   }
-  return offset + error.position().column - 1;
+  return offset + error.place().column - 1;
 }
 
 std::size_t FirstField(std::string_view text) {

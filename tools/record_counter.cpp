@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <exception>
+#include <optional>
 
 #include "convert/info_client_config_converter.h"
 #include "convert/intf_entry_converter.h"
@@ -20,26 +21,11 @@ using google::protobuf::Message;
 
 constexpr std::size_t kHuge = std::size_t{1} << 20;
 
-// The first thing that the runtime refuses in a record.
-class FirstError : public WireVisitor {
- public:
-  void OnField(const WireField&) override {}
-  void OnEnd(const WireField&, std::size_t) override {}
-  void OnError(const WireError& error) override {
-    if (!text_.empty()) return;
-    text_ = fmt::format("offset {:#x}: {}{}expected {}, found {}", error.offset, error.path,
-                        error.path.empty() ? "" : ": ", error.expected, error.found);
-  }
-  std::string text() const { return text_.empty() ? "not a message of this type" : text_; }
-
- private:
-  std::string text_;
-};
-
 std::string WhyMalformed(std::string_view record, const Message& message, std::uint64_t offset) {
-  FirstError error;
-  WalkWire(record, *message.GetDescriptor(), static_cast<std::size_t>(offset), error);
-  return error.text();
+  const std::optional<WireError> error = FirstWireError(record, *message.GetDescriptor());
+  if (!error.has_value()) return "not a message of this type";
+  return fmt::format("offset {:#x}: {}{}expected {}, found {}", offset + error->offset, error->path,
+                     error->path.empty() ? "" : ": ", error->expected, error->found);
 }
 
 std::string WhyIncomplete(const Message& message) {

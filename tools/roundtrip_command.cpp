@@ -23,7 +23,7 @@ namespace {
 using google::protobuf::Message;
 using Clock = std::chrono::steady_clock;
 
-struct Options {
+struct RoundTripArguments {
   InputOptions input;
   bool json = false;
   bool time = false;
@@ -32,7 +32,7 @@ struct Options {
 
 class RoundTrip {
  public:
-  explicit RoundTrip(const Options& options)
+  explicit RoundTrip(const RoundTripArguments& options)
       : options_(options),
         input_(options.input),
         palette_(UseColours(options.colour, STDOUT_FILENO)),
@@ -134,7 +134,7 @@ class RoundTrip {
     return input_.form() == InputForm::kWire || input_.form() == InputForm::kHex;
   }
 
-  const Options& options_;
+  const RoundTripArguments& options_;
   Input input_;
   Palette palette_;
   Output output_;
@@ -153,7 +153,7 @@ class RoundTrip {
 }  // namespace
 
 void AddRoundtripCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<RoundTripArguments>();
   CLI::App* command = app.add_subcommand(
       "roundtrip",
       "Converts messages to native records and back, and says \"lossless\" or lists\nevery "

@@ -23,7 +23,7 @@ namespace {
 
 using google::protobuf::Message;
 
-struct Options {
+struct ShowArguments {
   InputOptions input;
   std::string output = "table";
   bool json = false;
@@ -35,7 +35,7 @@ constexpr std::size_t kRowsBelowHeading = 1000;
 
 class Shower {
  public:
-  explicit Shower(const Options& options)
+  explicit Shower(const ShowArguments& options)
       : input_(options.input),
         form_(options.json ? "json" : options.output),
         palette_(UseColours(options.colour, STDOUT_FILENO)),
@@ -107,7 +107,7 @@ class Shower {
 }  // namespace
 
 void AddShowCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ShowArguments>();
   CLI::App* command = app.add_subcommand(
       "show", "Shows messages for a person, beside their native records, or in another form");
   AddInputOptions(*command, options->input);

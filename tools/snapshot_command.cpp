@@ -19,7 +19,7 @@ namespace {
 
 namespace pb = zorl2::protobuf;
 
-struct Options {
+struct SnapshotArguments {
   std::string file = "-";
   std::string form;
 };
@@ -34,7 +34,7 @@ ZORL2InfoClientConfig Client() {
   return client;
 }
 
-int Run(const Options& options) {
+int SnapshotCommand(const SnapshotArguments& options) {
   static const std::map<std::string, MessageForm> forms = {{"wire", MessageForm::kWire},
                                                            {"hex", MessageForm::kHex},
                                                            {"json", MessageForm::kJson},
@@ -61,7 +61,7 @@ int Run(const Options& options) {
 }  // namespace
 
 void AddSnapshotCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<SnapshotArguments>();
   CLI::App* command = app.add_subcommand(
       "snapshot", "Takes the network interfaces of this machine as an IntfEntryList");
   command->add_option("FILE", options->file, "The file to write; standard output when left out")
@@ -89,7 +89,7 @@ void AddSnapshotCommand(CLI::App& app, int& status) {
       "Examples:\n"
       "  zorl2-inspect snapshot --output json\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -");
-  command->callback([options, &status] { status = Run(*options); });
+  command->callback([options, &status] { status = SnapshotCommand(*options); });
 }
 
 }  // namespace zorl2_inspect

@@ -19,7 +19,7 @@
 namespace zorl2_inspect {
 namespace {
 
-struct Options {
+struct StatsArguments {
   std::string file;
   std::string type;
   // The stream is always delimited; the flag is there for who is used to giving it.
@@ -30,7 +30,7 @@ struct Options {
 using google::protobuf::Descriptor;
 using google::protobuf::Message;
 
-int Run(Options options) {
+int StatsCommand(StatsArguments options) {
   const std::string name = InputName(options.file);
   const Descriptor* type = nullptr;
   if (!options.type.empty()) {
@@ -71,7 +71,7 @@ int Run(Options options) {
 }  // namespace
 
 void AddStatsCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<StatsArguments>();
   CLI::App* command =
       app.add_subcommand("stats", "Count what a stream of length-delimited messages holds");
   command->add_option("FILE", options->file, "The stream to read; - for standard input")
@@ -98,7 +98,8 @@ void AddStatsCommand(CLI::App& app, int& status) {
       "2 the stream cannot be read to its end.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");
-  command->callback([options, &status] { status = WithOutput([&] { return Run(*options); }); });
+  command->callback(
+      [options, &status] { status = WithOutput([&] { return StatsCommand(*options); }); });
 }
 
 }  // namespace zorl2_inspect

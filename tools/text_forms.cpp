@@ -15,6 +15,7 @@
 #include "tools/error.h"
 #include "tools/json_scan.h"
 #include "tools/message_types.h"
+#include "tools/text_parser.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -23,8 +24,8 @@ using google::protobuf::Descriptor;
 using google::protobuf::Message;
 using google::protobuf::TextFormat;
 
-std::string Where(TextPosition position) {
-  return fmt::format("line {}, column {}", position.line, position.column);
+std::string PlaceText(TextPlace place) {
+  return fmt::format("line {}, column {}", place.line, place.column);
 }
 
 constexpr char kUrlPrefix[] = "zorl2";
@@ -48,33 +49,9 @@ google::protobuf::util::Status Transcode(std::string_view text, const Descriptor
   return google::protobuf::util::JsonToBinaryStream(&Resolver(), Url(type), &in, &out, {});
 }
 
-// Keeps the first error, and reads on silently.
-class FirstError : public google::protobuf::io::ErrorCollector {
- public:
-  void AddError(int line, google::protobuf::io::ColumnNumber column,
-                const std::string& message) override {
-    if (!message_.empty()) return;
-    position_ = {line + 1, column + 1};
-    message_ = message;
-  }
-  void AddWarning(int, google::protobuf::io::ColumnNumber, const std::string&) override {}
-
-  TextPosition position_;
-  std::string message_;
-};
-
-bool ParseText(std::string_view text, Message& message, FirstError& error) {
-  TextFormat::Parser parser;
-  parser.AllowPartialMessage(true);
-  parser.SetRecursionLimit(100);
-  parser.RecordErrorsTo(&error);
-  google::protobuf::io::ArrayInputStream in(text.data(), static_cast<int>(text.size()));
-  return parser.Parse(&in, &message);
-}
-
 // The names of the fields at the top of a text form: words outside of any braces and quotes.
 std::vector<std::string> TextNames(std::string_view text) {
-  FirstError ignored;
+  FirstTextError ignored;
   google::protobuf::io::ArrayInputStream in(text.data(), static_cast<int>(text.size()));
   google::protobuf::io::Tokenizer tokenizer(&in, &ignored);
   tokenizer.set_comment_style(google::protobuf::io::Tokenizer::SH_COMMENT_STYLE);
@@ -120,7 +97,7 @@ class TextTaker : public NameGuesser {
   explicit TextTaker(std::string_view text) : text_(text) {}
   bool Takes(const Descriptor& type) override {
     const std::unique_ptr<Message> message = NewMessage(type);
-    FirstError error;
+    FirstTextError error;
     return ParseText(text_, *message, error) && message->IsInitialized();
   }
 
@@ -130,7 +107,7 @@ class TextTaker : public NameGuesser {
 
 void RequireJson(std::string_view text, std::string_view file) {
   if (const auto error = CheckJson(text)) {
-    throw InputError(file, Where(PositionOf(text, error->offset)), error->problem);
+    throw InputError(file, PlaceText(PlaceAt(text, error->offset)), error->problem);
   }
 }
 
@@ -164,14 +141,14 @@ std::string WireFromJson(std::string_view text, const Descriptor& type, std::str
   } else if (!path.empty()) {
     problem = fmt::format("{}: {}", path, problem);
   }
-  throw InputError(file, Where(PositionOf(text, FindJsonPath(text, place))), problem);
+  throw InputError(file, PlaceText(PlaceAt(text, FindJsonPath(text, place))), problem);
 }
 
 std::string WireFromText(std::string_view text, const Descriptor& type, std::string_view file) {
   const std::unique_ptr<Message> message = NewMessage(type);
-  FirstError error;
+  FirstTextError error;
   if (!ParseText(text, *message, error)) {
-    throw InputError(file, Where(error.position_), error.message_);
+    throw InputError(file, PlaceText(error.place()), error.text());
   }
   return message->SerializePartialAsString();
 }

@@ -16,7 +16,7 @@
 namespace zorl2_inspect {
 namespace {
 
-struct Options {
+struct TypesArguments {
   std::string name;
   bool json = false;
   std::string colour = "auto";
@@ -25,7 +25,7 @@ struct Options {
 }  // namespace
 
 void AddTypesCommand(CLI::App& app, int& status) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<TypesArguments>();
   CLI::App* command =
       app.add_subcommand("types", "List messages, enumerations and speeds with their native side");
   command->add_option("NAME", options->name, "One message or enumeration; all when left out")

@@ -9,7 +9,7 @@ namespace {
 
 using google::protobuf::Descriptor;
 using google::protobuf::FieldDescriptor;
-using Kind = WireField::Kind;
+using FieldKind = WireField::Kind;
 
 bool IsPackedForm(const FieldDescriptor& field, int wire_type) {
   return field.is_packable() && wire_type == kLength;
@@ -51,7 +51,7 @@ class Walker {
 
   bool Run(const Descriptor& type) {
     WireField root;
-    root.kind = Kind::kMessage;
+    root.kind = FieldKind::kMessage;
     root.offset = first_offset_;
     root.content = bytes_;
     if (Message(&type, bytes_, 0)) visitor_.OnEnd(root, Offset(bytes_.end()));
@@ -220,7 +220,7 @@ class Walker {
       item.content = reader.Take(length);
       return Leaf(frame, item);
     }
-    item.kind = message ? Kind::kMessage : Kind::kPacked;
+    item.kind = message ? FieldKind::kMessage : FieldKind::kPacked;
     const std::size_t content_at = Here(frame);
     item.content = bytes_.substr(content_at - first_offset_, length);
     Emit(frame, item);
@@ -238,7 +238,7 @@ class Walker {
   }
 
   void Rest(Frame& frame, WireField& item) {
-    item.kind = Kind::kMessage;
+    item.kind = FieldKind::kMessage;
     item.content = bytes_.substr(Here(frame) - first_offset_, frame.reader.left());
     Emit(frame, item);
     frame.reader.Take(item.content.size());
@@ -248,7 +248,7 @@ class Walker {
   bool Packed(Frame& frame, const FieldDescriptor& field, const WireField& list, std::size_t at) {
     WireReader reader(list.content);
     WireField item = list;
-    item.kind = Kind::kElement;
+    item.kind = FieldKind::kElement;
     item.content = {};
     ++item.depth;
     const int wire_type = WireTypeOf(field);
@@ -277,7 +277,7 @@ class Walker {
   }
 
   bool Group(Frame& frame, WireField& item) {
-    item.kind = Kind::kGroup;
+    item.kind = FieldKind::kGroup;
     Emit(frame, item);
     if (item.depth >= kDepthLimit) {
       return Fail(item.offset, "at most 100 levels of nesting", "one more");
@@ -312,6 +312,21 @@ class Walker {
 bool WalkWire(std::string_view bytes, const Descriptor& type, std::size_t first_offset,
               WireVisitor& visitor) {
   return Walker(bytes, first_offset, visitor).Run(type);
+}
+
+std::optional<WireError> FirstWireError(std::string_view bytes, const Descriptor& type) {
+  class First : public WireVisitor {
+   public:
+    void OnField(const WireField&) override {}
+    void OnEnd(const WireField&, std::size_t) override {}
+    void OnError(const WireError& error) override {
+      if (!found.has_value()) found = error;
+    }
+    std::optional<WireError> found;
+  };
+  First first;
+  WalkWire(bytes, type, 0, first);
+  return first.found;
 }
 
 int WireTypeOf(const FieldDescriptor& field) {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -75,6 +76,11 @@ class WireVisitor {
 // does not depend on the bytes; first_offset is added to every offset.
 bool WalkWire(std::string_view bytes, const google::protobuf::Descriptor& type,
               std::size_t first_offset, WireVisitor& visitor);
+
+// The first thing that the runtime refuses in a message of the given type; nothing when it takes
+// it.
+std::optional<WireError> FirstWireError(std::string_view bytes,
+                                        const google::protobuf::Descriptor& type);
 
 // The wire type that the schema gives a field, and its name.
 int WireTypeOf(const google::protobuf::FieldDescriptor& field);

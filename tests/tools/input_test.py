@@ -99,6 +99,8 @@ class InputTest(ToolTest):
                 ('{"value": [0, 0,\n 0, 7}', "line 2, column 6", "',' or ']'", "'}'"),
                 ('{"value": [0, 0,\n 0, "x"]}', "line 2, column 5", "value[3]"),
                 ('{\n "valve": 1}', "valve"),
+                # Columns count characters: the name is two bytes longer.
+                ('{"välüe": [0 7]}', "line 1, column 14", "found '7'"),
                 ('{"value": [1]', "line 1, column 14", "the end")):
             with self.subTest(text):
                 status = self.run_tool("show", "--type", "Zorid", self.file(text))

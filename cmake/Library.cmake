@@ -39,6 +39,7 @@ target_compile_options(zorl2_object_options INTERFACE
 add_library(zorl2_generated OBJECT ${ZORL2_GENERATED_SOURCES})
 target_link_libraries(zorl2_generated PRIVATE zorl2_object_options)
 target_compile_options(zorl2_generated PRIVATE -w)
+# Generated sources are made to stand alone: as one they do not compile.
 set_target_properties(zorl2_generated PROPERTIES POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
 
 add_library(zorl2_own OBJECT ${ZORL2_SOURCES})

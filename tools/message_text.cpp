@@ -23,9 +23,7 @@ using google::protobuf::Message;
 using google::protobuf::TextFormat;
 
 std::string Where(TextPlace place, const std::string& path) {
-  std::string where = fmt::format("line {}, column {}", place.line, place.column);
-  if (!path.empty()) where += ": " + path;
-  return where;
+  return path.empty() ? PlaceText(place) : PlaceText(place) + ": " + path;
 }
 
 [[noreturn]] void Fail(const MessageText& input, const JsonProblem& problem) {

@@ -24,10 +24,6 @@ using google::protobuf::Descriptor;
 using google::protobuf::Message;
 using google::protobuf::TextFormat;
 
-std::string PlaceText(TextPlace place) {
-  return fmt::format("line {}, column {}", place.line, place.column);
-}
-
 constexpr char kUrlPrefix[] = "zorl2";
 
 google::protobuf::util::TypeResolver& Resolver() {

@@ -1,5 +1,6 @@
 #include "tools/text_parser.h"
 
+#include <fmt/format.h>
 #include <google/protobuf/io/zero_copy_stream_impl_lite.h>
 
 #include <algorithm>
@@ -15,6 +16,10 @@ TextPlace PlaceAt(std::string_view text, std::size_t offset) {
   const auto lines = std::count(before.begin(), before.end(), '\n');
   const auto extra = std::count_if(line.begin(), line.end(), continues);
   return {static_cast<std::size_t>(lines) + 1, line.size() - static_cast<std::size_t>(extra) + 1};
+}
+
+std::string PlaceText(TextPlace place) {
+  return fmt::format("line {}, column {}", place.line, place.column);
 }
 
 void FirstTextError::AddError(int line, google::protobuf::io::ColumnNumber column,

@@ -19,6 +19,9 @@ struct TextPlace {
 
 TextPlace PlaceAt(std::string_view text, std::size_t offset);
 
+// "line 2, column 5"
+std::string PlaceText(TextPlace place);
+
 // Keeps the first error, and reads on silently.
 class FirstTextError : public google::protobuf::io::ErrorCollector {
  public:
@@ -36,8 +39,9 @@ class FirstTextError : public google::protobuf::io::ErrorCollector {
   std::string text_;
 };
 
-// A required field that is missing is no error. `places`, which may be null, receives where each
-// field stands.
+// False when the text is no message of this type: `error` has the reason then, the message what was
+// read before it. A required field that is missing is no error. `places`, which may be null,
+// receives where each field stands.
 bool ParseText(std::string_view text, google::protobuf::Message& message, FirstTextError& error,
                google::protobuf::TextFormat::ParseInfoTree* places = nullptr);
 

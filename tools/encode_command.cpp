@@ -2,20 +2,19 @@
 
 #include <fmt/format.h>
 #include <google/protobuf/descriptor.h>
-#include <unistd.h>
 
 #include <CLI/Validators.hpp>
-#include <cerrno>
-#include <cstring>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tools/error.h"
 #include "tools/input.h"
 #include "tools/message_text.h"
-#include "tools/message_types.h"
 #include "tools/output.h"
+#include "tools/type_guess.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -32,50 +31,22 @@ using google::protobuf::Descriptor;
 using google::protobuf::Message;
 using Messages = std::vector<std::unique_ptr<Message>>;
 
-std::string ReadWhole(const std::string& file) {
-  const int descriptor = OpenInput(file);
-  std::string content;
-  char block[1 << 16];
-  ssize_t got = 0;
-  while ((got = read(descriptor, block, sizeof(block))) != 0) {
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) break;
-    content.append(block, static_cast<std::size_t>(got));
-    if (content.size() > kLongestInput) break;
-  }
-  const int error = errno;
-  close(descriptor);
-  if (got < 0)
-    throw InputError(InputName(file), "", fmt::format("cannot read: {}", std::strerror(error)));
-  if (content.size() > kLongestInput) {
-    throw InputError(InputName(file), "", "expected at most 512 MiB of text");
-  }
-  return content;
-}
-
 void Append(const std::string& file, const EncodeArguments& options, Messages* messages) {
-  const std::string content = ReadWhole(file);
-  std::string_view text = content;
-  if (text.substr(0, 3) == "\xef\xbb\xbf") text.remove_prefix(3);
-  const MessageText input{InputName(file), text};
+  const std::string content = ReadInput(file);
+  const std::string_view text = WithoutMark(content);
   const bool json = options.form.empty() ? LooksLikeJson(text) : options.form == "json";
+  const MessageText input{InputName(file), text, json};
   const Descriptor* type = nullptr;
   if (!options.type.empty()) {
-    type = FindMessageType(options.type);
-    if (type == nullptr) {
-      throw InputError(input.name, "",
-                       fmt::format("expected a message type with --type, found \"{}\" "
-                                   "(\"zorl2-inspect types\" lists them)",
-                                   options.type));
-    }
+    type = TypeNamed(file, options.type);
   } else {
-    const TextTypeGuess guess = GuessTypeOfText(input, json);
-    if (guess.type == nullptr) throw InputError(input.name, "", guess.reason);
+    const TypeGuess guess = GuessTypeOfText(input);
+    if (guess.type == nullptr) throw InputError(input.file, "", guess.reason);
     type = guess.type;
-    PrintNote(fmt::format("{}: read as {}, type {} guessed: {}", input.name,
+    PrintNote(fmt::format("{}: read as {}, type {} guessed: {}", input.file,
                           json ? "JSON" : "protobuf text", type->name(), guess.reason));
   }
-  for (auto& message : ReadMessages(input, json, *type)) messages->push_back(std::move(message));
+  for (auto& message : ReadMessages(input, *type)) messages->push_back(std::move(message));
 }
 
 int EncodeCommand(const EncodeArguments& options) {

@@ -16,8 +16,8 @@
 #include "tools/error.h"
 #include "tools/field_text.h"
 #include "tools/hex_text.h"
+#include "tools/message_text.h"
 #include "tools/message_types.h"
-#include "tools/text_forms.h"
 #include "tools/type_guess.h"
 #include "tools/wire_reader.h"
 #include "tools/wire_walker.h"
@@ -28,7 +28,9 @@ namespace {
 using google::protobuf::Descriptor;
 using google::protobuf::Message;
 
-std::string ReadAll(int descriptor, const std::string& name) {
+constexpr std::string_view kStreamAdvice = " (a longer stream can be read with --delimited)";
+
+std::string ReadAll(int descriptor, const std::string& name, std::string_view advice) {
   std::string content;
   std::size_t filled = 0;
   for (;;) {
@@ -41,7 +43,7 @@ std::string ReadAll(int descriptor, const std::string& name) {
     filled += static_cast<std::size_t>(got);
     if (filled > kLongestInput) {
       throw InputError(name, fmt::format("offset {}", kLongestInput),
-                       "expected at most 512 MiB (a longer stream can be read with --delimited)");
+                       fmt::format("expected at most 512 MiB{}", advice));
     }
   }
   content.resize(filled);
@@ -76,8 +78,8 @@ bool LooksLikeText(std::string_view content) {
 }
 
 InputForm Recognise(std::string_view content) {
-  const std::size_t start = content.substr(0, 3) == "\xef\xbb\xbf" ? 3 : 0;
-  const std::size_t first = content.find_first_not_of(" \t\r\n", start);
+  content = WithoutMark(content);
+  const std::size_t first = content.find_first_not_of(" \t\r\n");
   if (first == content.npos || !IsPrintable(content)) return InputForm::kWire;
   if (content[first] == '{') return InputForm::kJson;
   HexError ignored;
@@ -139,20 +141,33 @@ int OpenInput(const std::string& file) {
   return descriptor;
 }
 
+std::string ReadInput(const std::string& file) {
+  const int descriptor = OpenInput(file);
+  try {
+    std::string content = ReadAll(descriptor, InputName(file), "");
+    close(descriptor);
+    return content;
+  } catch (...) {
+    close(descriptor);
+    throw;
+  }
+}
+
+const Descriptor* TypeNamed(const std::string& file, const std::string& type) {
+  const Descriptor* const found = FindMessageType(type);
+  if (found != nullptr) return found;
+  throw InputError(InputName(file), "",
+                   fmt::format("expected a message type with --type, found \"{}\" "
+                               "(\"zorl2-inspect types\" lists them)",
+                               type));
+}
+
 Input::Input(const InputOptions& options)
     : name_(InputName(options.file)), form_(options.form), delimited_(options.delimited) {
   if (delimited_ && (form_ == InputForm::kJson || form_ == InputForm::kText)) {
     throw InputError(name_, "", "expected wire bytes or hexadecimal text with --delimited");
   }
-  if (!options.type.empty()) {
-    type_ = FindMessageType(options.type);
-    if (type_ == nullptr) {
-      throw InputError(name_, "",
-                       fmt::format("expected a message type with --type, found \"{}\" "
-                                   "(\"zorl2-inspect types\" lists them)",
-                                   options.type));
-    }
-  }
+  if (!options.type.empty()) type_ = TypeNamed(options.file, options.type);
   descriptor_ = OpenInput(options.file);
   struct stat status {};
   if (fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
@@ -190,7 +205,7 @@ void Input::OpenStream(const std::string& type_name) {
     form_ = Recognise(beginning) == InputForm::kHex ? InputForm::kHex : InputForm::kWire;
   }
   if (form_ == InputForm::kHex) {
-    const std::string bytes = DecodeHexOrThrow(ReadAll(descriptor_, name_), name_);
+    const std::string bytes = DecodeHexOrThrow(ReadAll(descriptor_, name_, kStreamAdvice), name_);
     close(descriptor_);
     descriptor_ = memfd_create("zorl2-inspect", MFD_CLOEXEC);
     std::size_t written = 0;
@@ -211,16 +226,16 @@ void Input::OpenStream(const std::string& type_name) {
 }
 
 void Input::ReadWhole(const std::string& type_name) {
-  std::string content = ReadAll(descriptor_, name_);
+  std::string content = ReadAll(descriptor_, name_, kStreamAdvice);
   if (form_ == InputForm::kGuessed) form_ = Recognise(content);
   const bool guess_type = type_name.empty();
   if (form_ == InputForm::kJson || form_ == InputForm::kText) {
-    const bool json = form_ == InputForm::kJson;
+    const MessageText text{name_, WithoutMark(content), form_ == InputForm::kJson};
     if (guess_type) {
-      const TypeGuess guess = json ? GuessFromJson(content, name_) : GuessFromText(content, name_);
+      const TypeGuess guess = GuessTypeOfText(text);
       SetType(guess.type, guess.reason);
     }
-    bytes_ = json ? WireFromJson(content, *type_, name_) : WireFromText(content, *type_, name_);
+    bytes_ = ReadMessage(text, *type_)->SerializeAsString();
     return;
   }
   bytes_ = form_ == InputForm::kHex ? DecodeHexOrThrow(content, name_) : std::move(content);

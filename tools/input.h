@@ -42,6 +42,10 @@ std::string InputName(const std::string& file);
 // Opens for reading ("-" is standard input, which stays open when the result is closed). Throws
 // InputError.
 int OpenInput(const std::string& file);
+// The whole content. Throws InputError, also for more than kLongestInput.
+std::string ReadInput(const std::string& file);
+// The type with this name. Throws InputError when there is none.
+const google::protobuf::Descriptor* TypeNamed(const std::string& file, const std::string& type);
 
 // One message of an input.
 struct Record {

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
+#include <set>
 
 #include "tools/error.h"
 #include "tools/json_check.h"
@@ -26,9 +27,13 @@ std::string Where(TextPlace place, const std::string& path) {
   return path.empty() ? PlaceText(place) : PlaceText(place) + ": " + path;
 }
 
+std::string Describe(const JsonProblem& problem) {
+  return fmt::format("expected {}, found {}", problem.expected, problem.found);
+}
+
 [[noreturn]] void Fail(const MessageText& input, const JsonProblem& problem) {
-  throw InputError(input.name, Where(PlaceAt(input.text, problem.offset), problem.path),
-                   fmt::format("expected {}, found {}", problem.expected, problem.found));
+  throw InputError(input.file, Where(PlaceAt(input.text, problem.offset), problem.path),
+                   Describe(problem));
 }
 
 // A required field that is missing, as the path of its message and its own name.
@@ -70,16 +75,17 @@ std::unique_ptr<Message> ReadText(const MessageText& input, const Descriptor& ty
   FirstTextError error;
   TextFormat::ParseInfoTree places;
   if (!ParseText(input.text, *message, error, &places)) {
-    throw InputError(input.name, Where(error.place(), ""), error.text());
+    throw InputError(input.file, Where(error.place(), ""), error.text());
   }
   const std::string missing = FirstMissing(*message);
   if (!missing.empty()) {
-    throw InputError(input.name, Where(PlaceOfMissing(*message, places, missing), missing),
+    throw InputError(input.file, Where(PlaceOfMissing(*message, places, missing), missing),
                      "expected the required field, found none");
   }
   return message;
 }
 
+// One value of the text.
 std::unique_ptr<Message> ReadJson(const MessageText& input, std::string_view value,
                                   const Descriptor& type) {
   std::unique_ptr<Message> message = NewMessage(type);
@@ -93,30 +99,36 @@ std::unique_ptr<Message> ReadJson(const MessageText& input, std::string_view val
     Fail(input, *problem);
   }
   // Something that only the runtime objects to.
-  std::string text(status.message());
-  throw InputError(input.name, Where(PlaceAt(input.text, begin), ""),
-                   text.substr(0, text.find('\n')));
+  const std::string refusal(status.message());
+  throw InputError(input.file, Where(PlaceAt(input.text, begin), ""),
+                   refusal.substr(0, refusal.find('\n')));
 }
 
-// How far a type gets: the offset of its first problem; nothing when it takes the whole text.
-std::optional<std::size_t> FirstProblem(std::string_view text, bool json, const Descriptor& type) {
+// What keeps a text from being a message of a type, and how far it got.
+struct Stop {
+  std::size_t offset;
+  std::string problem;
+};
+
+// Nothing when the type takes the whole text.
+std::optional<Stop> FirstStop(std::string_view text, bool json, const Descriptor& type) {
   if (json) {
     const auto problem = FindJsonProblem(text, type);
     if (!problem.has_value()) return std::nullopt;
-    return problem->offset;
+    return Stop{problem->offset, problem->path + Describe(*problem)};
   }
   std::unique_ptr<Message> message = NewMessage(type);
   FirstTextError error;
   if (ParseText(text, *message, error)) {
     if (message->IsInitialized()) return std::nullopt;
-    return text.size();
+    return Stop{text.size(), FirstMissing(*message)};
   }
   std::size_t offset = 0;
   for (std::size_t line = 1; line < error.place().line; ++line) {
     offset = text.find('\n', offset) + 1;
-    if (offset == 0) return text.size();
+    if (offset == 0) return Stop{text.size(), error.text()};
   }
-  return offset + error.place().column - 1;
+  return Stop{offset + error.place().column - 1, error.text()};
 }
 
 std::size_t FirstField(std::string_view text) {
@@ -126,49 +138,69 @@ std::size_t FirstField(std::string_view text) {
 
 }  // namespace
 
+std::string_view WithoutMark(std::string_view text) {
+  if (text.substr(0, 3) == "\xef\xbb\xbf") text.remove_prefix(3);
+  return text;
+}
+
 bool LooksLikeJson(std::string_view text) {
   const std::size_t start = text.find_first_not_of(" \t\r\n");
   return start != std::string_view::npos && (text[start] == '{' || text[start] == '[');
 }
 
-TextTypeGuess GuessTypeOfText(const MessageText& input, bool json) {
+TypeGuess GuessTypeOfText(const MessageText& input) {
   std::string_view text = input.text;
-  std::vector<std::string_view> values;
-  if (json) {
-    const auto problem = SplitJson(text, &values);
+  std::optional<JsonProblem> broken;
+  if (input.json) {
+    std::vector<std::string_view> values;
+    broken = SplitJson(text, &values);
     // Damage in a later value does not keep the first from telling the type.
     if (!values.empty()) {
       text = values.front();
-    } else if (problem.has_value()) {
+    } else if (broken.has_value()) {
       text = text.substr(std::min(text.find('{'), text.size()));
     }
   }
   std::vector<const Descriptor*> taking;
-  const Descriptor* furthest = nullptr;
-  std::size_t most = FirstField(text);
+  std::vector<const Descriptor*> furthest;
+  std::size_t most = FirstField(text) + 1;
+  std::set<std::string> problems;
   for (const Descriptor* type : MessageTypes()) {
-    const auto problem = FirstProblem(text, json, *type);
-    if (!problem.has_value()) {
+    const auto stop = FirstStop(text, input.json, *type);
+    if (!stop.has_value()) {
       taking.push_back(type);
-    } else if (*problem > most) {
-      most = *problem;
-      furthest = type;
+    } else if (stop->offset >= most) {
+      if (stop->offset > most) {
+        furthest.clear();
+        problems.clear();
+      }
+      most = stop->offset;
+      furthest.push_back(type);
+      problems.insert(stop->problem);
     }
   }
   if (taking.size() == 1) return {taking.front(), "the only type that takes the text"};
-  if (taking.size() > 1) {
-    std::string names;
-    for (const Descriptor* type : taking) names += (names.empty() ? "" : ", ") + type->name();
-    return {nullptr, "expected --type, because the text fits several: " + names};
+  if (taking.size() > 1) return AmbiguousType(taking);
+  if (furthest.size() == 1) {
+    return {furthest.front(), "no type takes the text, this one gets furthest"};
   }
-  if (furthest != nullptr) return {furthest, "no type takes the text, this one gets furthest"};
+  // Where all of them stop, none has come to a field of its own.
+  if (!furthest.empty() && furthest.size() < MessageTypes().size()) {
+    if (problems.size() > 1) return AmbiguousType(furthest);
+    return {furthest.front(), "no type takes the text, none gets further than this one"};
+  }
+  if (broken.has_value()) Fail(input, *broken);
   return {nullptr, "expected --type, because the text begins with a field of no message"};
 }
 
-std::vector<std::unique_ptr<Message>> ReadMessages(const MessageText& input, bool json,
+std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor& type) {
+  return input.json ? ReadJson(input, input.text, type) : ReadText(input, type);
+}
+
+std::vector<std::unique_ptr<Message>> ReadMessages(const MessageText& input,
                                                    const Descriptor& type) {
   std::vector<std::unique_ptr<Message>> messages;
-  if (!json) {
+  if (!input.json) {
     messages.push_back(ReadText(input, type));
     return messages;
   }
@@ -184,7 +216,7 @@ std::vector<std::unique_ptr<Message>> ReadMessages(const MessageText& input, boo
     Fail(input, *problem);
   }
   if (messages.empty())
-    throw InputError(input.name, "line 1, column 1", "expected a message, found none");
+    throw InputError(input.file, "line 1, column 1", "expected a message, found none");
   return messages;
 }
 

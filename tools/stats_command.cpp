@@ -32,15 +32,7 @@ using google::protobuf::Message;
 
 int StatsCommand(StatsArguments options) {
   const std::string name = InputName(options.file);
-  const Descriptor* type = nullptr;
-  if (!options.type.empty()) {
-    type = FindMessageType(options.type);
-    if (type == nullptr) {
-      throw InputError(name, "",
-                       "expected a message type with --type, found \"" + options.type +
-                           "\" (\"zorl2-inspect types\" lists them)");
-    }
-  }
+  const Descriptor* type = options.type.empty() ? nullptr : TypeNamed(options.file, options.type);
   const int descriptor = OpenInput(options.file);
   struct stat status {};
   if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {

@@ -73,42 +73,13 @@ void Weigh(const Message& message, Fit& fit) {
   }
 }
 
-std::string Names(const std::vector<const Descriptor*>& types) {
-  std::string names;
-  for (const Descriptor* type : types) {
-    if (!names.empty()) names += ", ";
-    names += type->name();
-  }
-  return names;
-}
-
-TypeGuess Ambiguous(const std::vector<const Descriptor*>& types) {
-  return {nullptr,
-          fmt::format("expected --type, because it reads equally well as {}", Names(types))};
-}
-
-bool HasFieldNamed(const Descriptor& type, const std::string& name) {
-  if (type.FindFieldByName(name) != nullptr) return true;
-  for (int i = 0; i < type.field_count(); ++i) {
-    if (type.field(i)->json_name() == name) return true;
-  }
-  return false;
-}
-
-bool RequiresOnly(const Descriptor& type, const std::vector<std::string>& names) {
-  for (int i = 0; i < type.field_count(); ++i) {
-    const FieldDescriptor& field = *type.field(i);
-    if (field.is_required() &&
-        std::none_of(names.begin(), names.end(), [&](const std::string& name) {
-          return name == field.name() || name == field.json_name();
-        })) {
-      return false;
-    }
-  }
-  return true;
-}
-
 }  // namespace
+
+TypeGuess AmbiguousType(const std::vector<const Descriptor*>& types) {
+  std::string names;
+  for (const Descriptor* type : types) names += (names.empty() ? "" : ", ") + type->name();
+  return {nullptr, fmt::format("expected --type, because it reads equally well as {}", names)};
+}
 
 TypeGuess GuessFromWire(std::string_view bytes) {
   if (bytes.empty()) {
@@ -135,7 +106,7 @@ TypeGuess GuessFromWire(std::string_view bytes) {
   if (best.empty() || best_fit.known < best_fit.unknown) {
     return {nullptr, "expected a message, found bytes that no message type takes"};
   }
-  if (best.size() > 1) return Ambiguous(best);
+  if (best.size() > 1) return AmbiguousType(best);
   if (best_fit.broken) {
     return {best.front(), fmt::format("the bytes before the damage fit it best, {} fields of it "
                                       "are known",
@@ -148,42 +119,6 @@ TypeGuess GuessFromWire(std::string_view bytes) {
   }
   return {best.front(),
           fmt::format("alone in knowing all {} fields and missing none", best_fit.known)};
-}
-
-TypeGuess GuessFromNames(const std::vector<std::string>& names, NameGuesser& guesser) {
-  if (names.empty()) {
-    return {nullptr, "expected --type, because an empty message may be of any type"};
-  }
-  std::vector<const Descriptor*> best;
-  std::tuple<std::size_t, bool> best_key;
-  for (const Descriptor* type : MessageTypes()) {
-    std::size_t known = 0;
-    for (const std::string& name : names) known += HasFieldNamed(*type, name) ? 1 : 0;
-    if (known == 0) continue;
-    const std::tuple<std::size_t, bool> key = {known, RequiresOnly(*type, names)};
-    if (!best.empty() && key < best_key) continue;
-    if (best.empty() || key > best_key) {
-      best.clear();
-      best_key = key;
-    }
-    best.push_back(type);
-  }
-  if (best.empty()) {
-    return {nullptr, fmt::format("expected a message, found \"{}\", a field of no message type",
-                                 names.front())};
-  }
-  if (best.size() > 1) {
-    std::vector<const Descriptor*> taking;
-    for (const Descriptor* type : best) {
-      if (guesser.Takes(*type)) taking.push_back(type);
-    }
-    if (taking.size() != 1) return Ambiguous(taking.empty() ? best : taking);
-    return {taking.front(), "alone in taking all its values"};
-  }
-  const std::size_t known = std::get<0>(best_key);
-  return {best.front(), known == names.size()
-                            ? std::string("from the names of its fields")
-                            : fmt::format("it has {} of the {} fields named", known, names.size())};
 }
 
 }  // namespace zorl2_inspect

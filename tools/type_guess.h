@@ -19,12 +19,7 @@ struct TypeGuess {
 // From bytes in the wire format, whole or damaged.
 TypeGuess GuessFromWire(std::string_view bytes);
 
-// From the names of the fields that stand at the top of a JSON or text form; the guesser tells
-// whether the whole input is a message of a type, when the names alone do not decide.
-struct NameGuesser {
-  virtual ~NameGuesser() = default;
-  virtual bool Takes(const google::protobuf::Descriptor& type) = 0;
-};
-TypeGuess GuessFromNames(const std::vector<std::string>& names, NameGuesser& guesser);
+// None: the types fit equally well.
+TypeGuess AmbiguousType(const std::vector<const google::protobuf::Descriptor*>& types);
 
 }  // namespace zorl2_inspect

@@ -85,6 +85,14 @@ class InputTest(ToolTest):
         status = self.run_tool("show", self.file(signal))
         self.assert_error(status, "expected --type", "ShutStateSync, BlockStateSync")
         self.assert_error(self.run_tool("show", self.file(b"")), "expected --type", "empty")
+        for text, *parts in (
+                ('{"intfs": []}', "expected --type", "as ShutStateSync, BlockStateSync"),
+                ("intfs {}", "expected --type", "as ShutStateSync, BlockStateSync"),
+                ('{"valve": 1}', "expected --type", "a field of no message"),
+                ("valve: 1", "expected --type", "a field of no message"),
+                ('{]', "line 1, column 2", "field name", 'found "]"')):
+            with self.subTest(text):
+                self.assert_error(self.run_tool("show", self.file(text)), *parts)
 
     def test_mistakes_on_the_command_line_are_one_line(self):
         self.assert_error(self.run_tool("show", "--type", "Nothing", self.file(WIRE)), "Nothing")
@@ -96,12 +104,14 @@ class InputTest(ToolTest):
 
     def test_mistakes_in_json_have_line_and_column(self):
         for text, *parts in (
-                ('{"value": [0, 0,\n 0, 7}', "line 2, column 6", "',' or ']'", "'}'"),
+                ('{"value": [0, 0,\n 0, 7}', "line 2, column 6", "',' or ']'", 'found "}"'),
                 ('{"value": [0, 0,\n 0, "x"]}', "line 2, column 5", "value[3]"),
                 ('{\n "valve": 1}', "valve"),
-                # Columns count characters: the name is two bytes longer.
-                ('{"välüe": [0 7]}', "line 1, column 14", "found '7'"),
-                ('{"value": [1]', "line 1, column 14", "the end")):
+                # Columns count characters: the byte order mark and the name are longer.
+                ('\ufeff{"välüe" 7}', "line 1, column 10", 'found "7"'),
+                ('{"value": [1]', "line 1, column 14", "the end"),
+                ('{"value": [1]} {}', "line 1, column 16", "expected the end of the text"),
+                ('{"value": [1, 4294967296]}', "line 1, column 15", "value[1]")):
             with self.subTest(text):
                 status = self.run_tool("show", "--type", "Zorid", self.file(text))
                 self.assert_error(status, *parts)

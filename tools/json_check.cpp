@@ -134,6 +134,10 @@ class Checker {
 
   std::string Here() const {
     if (at_ == text_.size()) return "the end of the text";
+    if (Is('"') || Is('\'')) {
+      const std::size_t close = text_.find(text_[at_], at_ + 1);
+      return Quoted(text_.substr(at_ + 1, close - at_ - 1), kShown);
+    }
     std::size_t end = at_;
     while (end < text_.size() && IsWord(text_[end])) ++end;
     return Quoted(text_.substr(at_, std::max<std::size_t>(end - at_, 1)), kShown);

@@ -110,6 +110,7 @@ class InputTest(ToolTest):
                 # Columns count characters: the byte order mark and the name are longer.
                 ('\ufeff{"välüe" 7}', "line 1, column 10", 'found "7"'),
                 ('{"value": [1]', "line 1, column 14", "the end"),
+                ('{"value": "1.2.3.4"}', "line 1, column 11", 'expected an array, found "1.2.3.4"'),
                 ('{"value": [1]} {}', "line 1, column 16", "expected the end of the text"),
                 ('{"value": [1, 4294967296]}', "line 1, column 15", "value[1]")):
             with self.subTest(text):

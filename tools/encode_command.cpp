@@ -14,7 +14,6 @@
 #include "tools/input.h"
 #include "tools/message_text.h"
 #include "tools/output.h"
-#include "tools/type_guess.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -36,16 +35,10 @@ void Append(const std::string& file, const EncodeArguments& options, Messages* m
   const std::string_view text = WithoutMark(content);
   const bool json = options.form.empty() ? LooksLikeJson(text) : options.form == "json";
   const MessageText input{InputName(file), text, json};
-  const Descriptor* type = nullptr;
-  if (!options.type.empty()) {
-    type = TypeNamed(file, options.type);
-  } else {
-    const TypeGuess guess = GuessTypeOfText(input);
-    if (guess.type == nullptr) throw InputError(input.file, "", guess.reason);
-    type = guess.type;
-    PrintNote(fmt::format("{}: read as {}, type {} guessed: {}", input.file,
-                          json ? "JSON" : "protobuf text", type->name(), guess.reason));
-  }
+  const Descriptor* const type =
+      options.type.empty() ? TypeGuessed(input.file, json ? InputForm::kJson : InputForm::kText,
+                                         GuessTypeOfText(input))
+                           : TypeNamed(file, options.type);
   for (auto& message : ReadMessages(input, *type)) messages->push_back(std::move(message));
 }
 

@@ -162,6 +162,13 @@ const Descriptor* TypeNamed(const std::string& file, const std::string& type) {
                                type));
 }
 
+const Descriptor* TypeGuessed(const std::string& name, InputForm form, const TypeGuess& guess) {
+  if (guess.type == nullptr) throw InputError(name, "", guess.reason);
+  PrintNote(fmt::format("{}: read as {}, type {} guessed: {}", name, FormName(form),
+                        guess.type->name(), guess.reason));
+  return guess.type;
+}
+
 Input::Input(const InputOptions& options)
     : name_(InputName(options.file)), form_(options.form), delimited_(options.delimited) {
   if (delimited_ && (form_ == InputForm::kJson || form_ == InputForm::kText)) {
@@ -189,13 +196,6 @@ Input::~Input() {
   if (descriptor_ >= 0) close(descriptor_);
 }
 
-void Input::SetType(const Descriptor* type, std::string_view reason) {
-  if (type == nullptr) throw InputError(name_, "", reason);
-  type_ = type;
-  PrintNote(fmt::format("{}: read as {}, type {} guessed: {}", name_, FormName(form_), type->name(),
-                        reason));
-}
-
 void Input::OpenStream(const std::string& type_name) {
   if (form_ == InputForm::kGuessed) {
     // Only what can be read a second time is looked at; other streams are wire bytes.
@@ -221,8 +221,9 @@ void Input::OpenStream(const std::string& type_name) {
   if (!type_name.empty()) return;
   read_ahead_ = Next(ahead_);
   if (!read_ahead_) throw InputError(name_, "", "expected --type, because the stream is empty");
-  const TypeGuess guess = GuessFromWire(ahead_.bytes);
-  SetType(guess.type, guess.reason + (guess.type == nullptr ? "" : " (first record)"));
+  TypeGuess guess = GuessFromWire(ahead_.bytes);
+  if (guess.type != nullptr) guess.reason += " (first record)";
+  type_ = TypeGuessed(name_, form_, guess);
 }
 
 void Input::ReadWhole(const std::string& type_name) {
@@ -231,18 +232,12 @@ void Input::ReadWhole(const std::string& type_name) {
   const bool guess_type = type_name.empty();
   if (form_ == InputForm::kJson || form_ == InputForm::kText) {
     const MessageText text{name_, WithoutMark(content), form_ == InputForm::kJson};
-    if (guess_type) {
-      const TypeGuess guess = GuessTypeOfText(text);
-      SetType(guess.type, guess.reason);
-    }
+    if (guess_type) type_ = TypeGuessed(name_, form_, GuessTypeOfText(text));
     bytes_ = ReadMessage(text, *type_)->SerializeAsString();
     return;
   }
   bytes_ = form_ == InputForm::kHex ? DecodeHexOrThrow(content, name_) : std::move(content);
-  if (guess_type) {
-    const TypeGuess guess = GuessFromWire(bytes_);
-    SetType(guess.type, guess.reason);
-  }
+  if (guess_type) type_ = TypeGuessed(name_, form_, GuessFromWire(bytes_));
 }
 
 std::uint64_t Input::consumed() const { return stream_ ? stream_->consumed() : bytes_.size(); }

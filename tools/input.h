@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "tools/record_stream.h"
+#include "tools/type_guess.h"
 
 namespace zorl2_inspect {
 
@@ -46,6 +47,9 @@ int OpenInput(const std::string& file);
 std::string ReadInput(const std::string& file);
 // The type with this name. Throws InputError when there is none.
 const google::protobuf::Descriptor* TypeNamed(const std::string& file, const std::string& type);
+// The guessed type, said on standard error with its reason. Throws InputError when there is none.
+const google::protobuf::Descriptor* TypeGuessed(const std::string& name, InputForm form,
+                                                const TypeGuess& guess);
 
 // One message of an input.
 struct Record {
@@ -94,7 +98,6 @@ class Input {
  private:
   void OpenStream(const std::string& type_name);
   void ReadWhole(const std::string& type_name);
-  void SetType(const google::protobuf::Descriptor* type, std::string_view reason);
 
   std::string name_;
   InputForm form_;

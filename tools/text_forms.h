@@ -4,7 +4,6 @@
 #include <google/protobuf/message.h>
 
 #include <string>
-#include <string_view>
 
 namespace zorl2_inspect {
 

@@ -121,6 +121,16 @@ class InputTest(ToolTest):
         status = self.run_tool("show", "--type", "Zorid", self.file("value: 1\nvalve: 2\n"))
         self.assert_error(status, "line 2, column", "valve")
 
+    def test_a_missing_field_in_either_form_has_its_place(self):
+        for command in ("show", "explain"):
+            for text, place in (('{"shutProtocol": "LACP",\n "intfs": [{"state": true}]}',
+                                 "line 2, column 26: intfs[0].zorid: "),
+                                ("shutProtocol: LACP\nintfs { state: true }",
+                                 "line 2, column 1: intfs[0].zorid: ")):
+                with self.subTest(command=command, text=text):
+                    status = self.run_tool(command, "--type", "ShutStateSync", self.file(text))
+                    self.assert_error(status, place, "expected the required field")
+
     def test_every_help_has_an_example(self):
         self.assertEqual(self.run_tool("--help"), 0)
         for name in ("snapshot", "show", "roundtrip"):

@@ -1,14 +1,17 @@
 #include "convert/intf_state_converter.h"
 
-#include <cstdlib>
 #include <map>
 
 #include "convert/enum_mapping.h"
+#include "convert/fault_site.h"
+#include "convert/large_message.h"
 #include "convert/state_merge.h"
 #include "convert/zorid_mapping.h"
-#include "native/pvex_fault.h"
 
 namespace pb = zorl2::protobuf;
+using zorl2_mapping::IsLarge;
+using zorl2_mapping::MergeWhileTesting;
+using zorl2_mapping::Overwriting;
 using zorl2_mapping::StateMerge;
 using zorl2_mapping::ToMessage;
 using zorl2_mapping::ToNative;
@@ -35,27 +38,24 @@ static const std::map<ProtocolType, pb::ProtocolType> protocolTypeToMessage = {
 };
 // clang-format on
 
-// A state applied to the wrong interface is worse than a restart, so a malformed identifier ends
-// the process. The message is an empty text in a buffer of the size that the framework expects.
-[[noreturn]] static void EndProcess(const char* function, int line) {
-  pvex_print_backtrace();
-  char message[350] = {};
-  pvex_gen_fault(1, function, __FILE__, line, message);
-  std::exit(1);
-}
-
-// Fault reports are told apart by their line, so each site stays on its own. The two on the way to
-// a message are defensive: that direction of an identifier cannot fail.
-#define FAULT_AT(line)                                        \
-  static_assert(__LINE__ == (line), "this fault site moved"); \
-  EndProcess(__func__, __LINE__)
-
+// Both converters follow one pattern. The block signal differs in the value alone: its states go
+// through the total functions, so that no number is refused. The fault sites on the way to a
+// message are defensive: that direction of an identifier cannot fail. They are kept so that a later
+// one that can is noticed.
 ShutStateConverter::~ShutStateConverter() = default;
+BlockStateConverter::~BlockStateConverter() = default;
 
+// A message that lacks a field leaves the signal alone, so all of it is tested before the first
+// state is set. A large one is tested while it is merged, if it is one of which nothing else is to
+// be said: no protocol to refuse, no identifier to end the process for.
 bool ShutStateConverter::Convert(const pb::ShutStateSync& message,
                                  ShutStateInfoSyncSignal& signal) {
-  if (!message.IsInitialized()) return false;
+  const bool merged = IsLarge(message) && message.has_shutprotocol() &&
+                      protocolTypeFromMessage.count(message.shutprotocol()) != 0 &&
+                      MergeWhileTesting(message, signal.shutStates);
+  if (!merged && !message.IsInitialized()) return false;
   signal.protocol = protocolTypeFromMessage.at(message.shutprotocol());
+  if (merged) return true;
   // Merged on purpose: a signal names what has changed, and the rest of the map still holds.
   StateMerge states(signal.shutStates);
   for (const pb::ShutStateInfo& info : message.intfs()) {
@@ -70,12 +70,12 @@ bool ShutStateConverter::Convert(const pb::ShutStateSync& message,
 
 bool ShutStateConverter::Convert(const ShutStateInfoSyncSignal& signal,
                                  pb::ShutStateSync& message) {
-  message.Clear();
+  // Clears the message too, and what is left of its interfaces at the end.
+  Overwriting intfs(message);
   message.set_shutprotocol(protocolTypeToMessage.at(signal.protocol));
-  auto& intfs = *message.mutable_intfs();
-  intfs.Reserve(static_cast<int>(signal.shutStates.size()));
+  intfs.Reserve(signal.shutStates.size());
   for (const auto& [id, state] : signal.shutStates) {
-    pb::ShutStateInfo& info = *intfs.Add();
+    pb::ShutStateInfo& info = intfs.Add();
     if (!ToMessage(id, ZORL2_NESTED(info, zorid))) {
       FAULT_AT(80);
     }
@@ -84,14 +84,14 @@ bool ShutStateConverter::Convert(const ShutStateInfoSyncSignal& signal,
   return true;
 }
 
-// The block signal differs in the value alone: its states go through the total functions, so that
-// no number is refused.
-BlockStateConverter::~BlockStateConverter() = default;
-
 bool BlockStateConverter::Convert(const pb::BlockStateSync& message,
                                   BlockStateInfoSyncSignal& signal) {
-  if (!message.IsInitialized()) return false;
+  const bool merged = IsLarge(message) && message.has_blockprotocol() &&
+                      protocolTypeFromMessage.count(message.blockprotocol()) != 0 &&
+                      MergeWhileTesting(message, signal.blockStates);
+  if (!merged && !message.IsInitialized()) return false;
   signal.protocol = protocolTypeFromMessage.at(message.blockprotocol());
+  if (merged) return true;
   // Merged on purpose, as above.
   StateMerge states(signal.blockStates);
   for (const pb::BlockStateInfo& info : message.intfs()) {
@@ -106,12 +106,12 @@ bool BlockStateConverter::Convert(const pb::BlockStateSync& message,
 
 bool BlockStateConverter::Convert(const BlockStateInfoSyncSignal& signal,
                                   pb::BlockStateSync& message) {
-  message.Clear();
+  // Clears the message, as above.
+  Overwriting intfs(message);
   message.set_blockprotocol(protocolTypeToMessage.at(signal.protocol));
-  auto& intfs = *message.mutable_intfs();
-  intfs.Reserve(static_cast<int>(signal.blockStates.size()));
+  intfs.Reserve(signal.blockStates.size());
   for (const auto& [id, state] : signal.blockStates) {
-    pb::BlockStateInfo& info = *intfs.Add();
+    pb::BlockStateInfo& info = intfs.Add();
     if (!ToMessage(id, ZORL2_NESTED(info, zorid))) {
       FAULT_AT(116);
     }

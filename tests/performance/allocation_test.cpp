@@ -69,7 +69,7 @@ TEST(Allocations, OperationIntoReusedMessage_None) {
 }
 
 TEST(Allocations, StateSignalsIntoReusedMessages_None) {
-  for (const int count : {1, 10, 1000}) {
+  for (const int count : {1, 10, 1000, 100000}) {
     SCOPED_TRACE(count);
     ExpectNoneIntoReusedMessage<ShutStateConverter, pb::ShutStateSync>(ShutSignal(count));
     ExpectNoneIntoReusedMessage<BlockStateConverter, pb::BlockStateSync>(BlockSignal(count));
@@ -101,7 +101,7 @@ TEST(Allocations, EntryToNative_NoneForShortStringsAndEmptyLists) {
 }
 
 TEST(Allocations, StatesToNative_OnePerInterfaceIntoAnEmptyMapNoneIntoAFilledOne) {
-  for (const int count : {1, 10, 1000}) {
+  for (const int count : {1, 10, 1000, 100000}) {
     for (const Order order : {Order::kSorted, Order::kShuffled}) {
       SCOPED_TRACE(count);
       pb::ShutStateSync shut;

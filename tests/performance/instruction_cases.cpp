@@ -43,25 +43,28 @@ std::map<std::string, Operation> Cases() {
   AddPair<LagMemberConverter, pb::LagMemberOperationProto>(cases, "operation",
                                                            zorl2_bench::Operation(1));
 
-  ShutStateInfoSyncSignal shut;
-  shut.protocol = STP;
-  for (const auto& pair : zorl2_bench::ShutStates(1000, Order::kSorted)) {
-    shut.shutStates.insert(pair);
+  // The larger one takes the way of messages that are larger than the caches.
+  for (const int count : {1000, 20000}) {
+    const std::string name = "shut" + std::to_string(count);
+    ShutStateInfoSyncSignal shut;
+    shut.protocol = STP;
+    for (const auto& pair : zorl2_bench::ShutStates(count, Order::kSorted)) {
+      shut.shutStates.insert(pair);
+    }
+    AddPair<ShutStateConverter, pb::ShutStateSync>(cases, name, shut);
+    pb::ShutStateSync message;
+    SetByHand(shut, message);
+    cases[name + "/to_native_empty"] = [message, signal = ShutStateInfoSyncSignal()]() mutable {
+      signal.shutStates.clear();
+      ShutStateConverter().Convert(message, signal);
+    };
   }
-  AddPair<ShutStateConverter, pb::ShutStateSync>(cases, "shut1000", shut);
   BlockStateInfoSyncSignal block;
   block.protocol = STP;
   for (const auto& pair : zorl2_bench::BlockStates(1000, Order::kSorted)) {
     block.blockStates.insert(pair);
   }
   AddPair<BlockStateConverter, pb::BlockStateSync>(cases, "block1000", block);
-
-  pb::ShutStateSync message;
-  SetByHand(shut, message);
-  cases["shut1000/to_native_empty"] = [message, signal = ShutStateInfoSyncSignal()]() mutable {
-    signal.shutStates.clear();
-    ShutStateConverter().Convert(message, signal);
-  };
   return cases;
 }
 

@@ -9,13 +9,14 @@ namespace {
 std::atomic<long> live{0};
 std::atomic<long> seen{0};
 std::atomic<long> failing{0};  // 0: none
+std::atomic<bool> forGood{false};
 std::atomic<bool> failed{false};
 std::atomic<std::size_t> sizes[16];
 
 void* Allocate(std::size_t size) noexcept {
   const long n = ++seen;
   if (n <= 16) sizes[n - 1] = size;
-  if (n == failing) {
+  if (n == failing || (forGood && n > failing)) {
     failed = true;
     return nullptr;
   }
@@ -51,7 +52,13 @@ void FailAllocation(long n) {
   failing = n;
 }
 
+void FailAllocationsFrom(long n) {
+  FailAllocation(n);
+  forGood = true;
+}
+
 bool StopFailing() {
+  forGood = false;
   failing = 0;
   return failed;
 }

@@ -9,6 +9,9 @@ namespace proof {
 // From now on the n-th allocation fails, counted from 1, once.
 void FailAllocation(long n);
 
+// The same, and all behind it fail too.
+void FailAllocationsFrom(long n);
+
 // No allocation fails any more. True when the one that FailAllocation chose has failed.
 bool StopFailing();
 

@@ -276,6 +276,36 @@ TYPED_TEST(StateConverter, NativeToMessage_NothingThatTheMessageHeldSurvives) {
   EXPECT_FALSE(HasUnknownFields(message));
 }
 
+// Larger than the caches of a processor, and converted in another way.
+TYPED_TEST(StateConverter, TwentyThousandInterfacesAreConvertedAsFewAre) {
+  constexpr int kCount = 20000;
+  typename TypeParam::Signal signal;
+  signal.protocol = LBD;
+  for (int i = 0; i < kCount; ++i) {
+    TypeParam::States(signal)[Id(7, static_cast<std::uint8_t>(i >> 16),
+                                 static_cast<std::uint8_t>(i >> 8), static_cast<std::uint8_t>(i))] =
+        i % 3 == 0 ? TypeParam::kOn : TypeParam::kOff;
+  }
+  typename TypeParam::Message message;
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_TRUE(this->converter.Convert(signal, message));
+    ASSERT_EQ(message.intfs_size(), kCount);
+    auto received = this->HeldSignal();
+    EXPECT_TRUE(this->converter.Convert(message, received));
+    EXPECT_EQ(TypeParam::States(received).size(), kCount + 1U);
+    TypeParam::States(received).erase(kA);
+    EXPECT_EQ(TypeParam::States(received), TypeParam::States(signal));
+    EXPECT_EQ(received.protocol, LBD);
+  }
+  message.mutable_intfs(kCount - 1)->clear_state();
+  auto held = this->HeldSignal();
+  EXPECT_FALSE(this->converter.Convert(message, held));
+  this->ExpectHeld(held);
+
+  EXPECT_TRUE(this->converter.Convert(this->HeldSignal(), message));
+  EXPECT_EQ(message.intfs_size(), 1);
+}
+
 TYPED_TEST(StateConverter, IsReachedThroughItsBaseAndKnowsItsType) {
   using Base = Converter<typename TypeParam::Message, typename TypeParam::Signal>;
   const std::unique_ptr<Base> base = std::make_unique<typename TypeParam::Converter>();

@@ -1,6 +1,7 @@
 // Not installed. Merges the states of a message into the map of a signal.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <limits>

@@ -199,6 +199,24 @@ TEST(Exhaustion, SignalsToMessageKeepWhatWasSet) {
             6);
 }
 
+TEST(Exhaustion, SignalsToMessageSetTheProtocolBeforeTheyMakeRoom) {
+  ShutStateInfoSyncSignal shut;
+  shut.shutStates[zorid_t{{1, 2, 3, 4}}] = true;
+  pb::ShutStateSync shutMessage;
+  proof::FailAllocation(1);
+  EXPECT_THROW(ShutStateConverter().Convert(shut, shutMessage), std::bad_alloc);
+  proof::StopFailing();
+  EXPECT_TRUE(shutMessage.has_shutprotocol());
+
+  BlockStateInfoSyncSignal block;
+  block.blockStates[zorid_t{{1, 2, 3, 4}}] = BLOCK_STATE_BLOCK;
+  pb::BlockStateSync blockMessage;
+  proof::FailAllocation(1);
+  EXPECT_THROW(BlockStateConverter().Convert(block, blockMessage), std::bad_alloc);
+  proof::StopFailing();
+  EXPECT_TRUE(blockMessage.has_blockprotocol());
+}
+
 TEST(Exhaustion, RegistrationToNativeKeepsWhatWasWritten) {
   ZORL2InfoClientConfig whole;
   whole.protocolType = CFM;

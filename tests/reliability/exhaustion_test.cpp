@@ -199,22 +199,24 @@ TEST(Exhaustion, SignalsToMessageKeepWhatWasSet) {
             6);
 }
 
+// The protocol is all that a message without interfaces must have.
+template <typename Converter, typename Message, typename Signal>
+void ExpectProtocolWithoutRoom(const Signal& signal) {
+  Message message;
+  proof::FailAllocation(1);
+  EXPECT_THROW(Converter().Convert(signal, message), std::bad_alloc);
+  proof::StopFailing();
+  EXPECT_EQ(message.intfs_size(), 0);
+  EXPECT_TRUE(message.IsInitialized());
+}
+
 TEST(Exhaustion, SignalsToMessageSetTheProtocolBeforeTheyMakeRoom) {
   ShutStateInfoSyncSignal shut;
   shut.shutStates[zorid_t{{1, 2, 3, 4}}] = true;
-  pb::ShutStateSync shutMessage;
-  proof::FailAllocation(1);
-  EXPECT_THROW(ShutStateConverter().Convert(shut, shutMessage), std::bad_alloc);
-  proof::StopFailing();
-  EXPECT_TRUE(shutMessage.has_shutprotocol());
-
+  ExpectProtocolWithoutRoom<ShutStateConverter, pb::ShutStateSync>(shut);
   BlockStateInfoSyncSignal block;
   block.blockStates[zorid_t{{1, 2, 3, 4}}] = BLOCK_STATE_BLOCK;
-  pb::BlockStateSync blockMessage;
-  proof::FailAllocation(1);
-  EXPECT_THROW(BlockStateConverter().Convert(block, blockMessage), std::bad_alloc);
-  proof::StopFailing();
-  EXPECT_TRUE(blockMessage.has_blockprotocol());
+  ExpectProtocolWithoutRoom<BlockStateConverter, pb::BlockStateSync>(block);
 }
 
 TEST(Exhaustion, RegistrationToNativeKeepsWhatWasWritten) {

@@ -8,8 +8,8 @@
 // any number of threads at once, as long as each message and each record is used by one thread at
 // a time.
 //
-// A conversion catches nothing. std::bad_alloc can leave any of them; what else can, and what the
-// destination holds then, stands at each converter.
+// A conversion hides no exception. std::bad_alloc can leave any of them; what else can, and what
+// the destination holds then, stands at each converter.
 template <typename Proto, typename Native>
 class ZORL2_EXPORT Converter {
  public:

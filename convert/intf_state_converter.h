@@ -24,6 +24,9 @@ extern template class ZORL2_EXPORT
 // outside the protocols. The protocol is looked up first: the signal is then as it was, the
 // message cleared.
 //
+// std::bad_alloc leaves the protocol and the elements before it merged, or set. In a message of
+// 16,384 elements or more the merge has then been tried twice.
+//
 // An identifier without exactly four values ENDS THE PROCESS: pvex_print_backtrace(),
 // pvex_gen_fault(1, "Convert", "convert/intf_state_converter.cpp", line, ""), exit(1). A caller
 // that must survive a malformed identifier checks value_size() of every element first.

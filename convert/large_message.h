@@ -39,10 +39,10 @@ class Overwriting {
     if (!IsLarge(message)) {
       message.Clear();
     } else {
-      Intfs kept(message.GetArena());
-      kept.Swap(&intfs_);
+      Intfs kept(intfs_.GetArena());
+      kept.UnsafeArenaSwap(&intfs_);
       message.Clear();
-      kept.Swap(&intfs_);
+      kept.UnsafeArenaSwap(&intfs_);
     }
     FindKept();
   }

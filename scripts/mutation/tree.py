@@ -16,9 +16,9 @@ import subprocess
 TIMEOUT = "no end"
 # The quickest to find something first. A step is built when a change first survives those before.
 STEPS = [
-    ["convert_test", "state_test", "large_state_test", "unlisted_numbers_test", "state_protocol_test", "native_test",
-     "c_functions_test", "c_functions_exhaustion_test", "builder_exhaustion_test",
-     "exported_surface_test"],
+    ["convert_test", "state_test", "large_state_test", "unlisted_numbers_test",
+     "state_protocol_test", "native_test", "c_functions_test", "c_functions_exhaustion_test",
+     "builder_exhaustion_test", "exported_surface_test"],
     ["exhaustion_test", "order_test", "native_exhaustion_test", "differential_test",
      "large_differential_test", "state_fault_test", "state_fault_sites_test"],
     ["convert_allocation_test", "allocation_test", "first_use_test", "known_bytes_test",

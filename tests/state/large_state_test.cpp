@@ -1,6 +1,6 @@
 // What is promised of every signal, where one larger than the caches takes another way to it. The
-// converters of this program take every message for such a one; intf_state_converter_test.cpp is
-// compiled into it too.
+// converters of this program take every message for such a one; it runs
+// intf_state_converter_test.cpp too.
 #include <gmock/gmock.h>
 #include <google/protobuf/arena.h>
 #include <gtest/gtest.h>

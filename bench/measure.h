@@ -22,7 +22,7 @@ benchmark::internal::Benchmark* Measure(const std::string& name, Make make) {
     auto operation = make();
     operation();  // What is reused has its storage from here on.
     // Counted beside the measurement, which is left undisturbed.
-    constexpr int kCounted = 10;
+    constexpr int kCounted = 2;
     const std::uint64_t before = AllocationsOfThisThread();
     for (int i = 0; i < kCounted; ++i) operation();
     const auto allocations = static_cast<double>(AllocationsOfThisThread() - before);

@@ -52,6 +52,9 @@ zorl2_covered(zorl2_own)
 if(ZORL2_COVERAGE)
   # One copy of every template, or the copies that the linker drops count as never run.
   set_target_properties(zorl2_own PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+elseif(CMAKE_BUILD_TYPE STREQUAL Release)
+  # What is tested is compiled as what is installed, however the tests are.
+  set_target_properties(zorl2_own PROPERTIES UNITY_BUILD OFF)
 endif()
 # The C functions promise an invalid memory access when memory runs out; the optimiser must not
 # reason from it that memory never does.

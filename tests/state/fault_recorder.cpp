@@ -6,7 +6,7 @@
 
 #include "native/pvex_fault.h"
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef ZORL2_ADDRESS_SANITIZER
 #include <sanitizer/asan_interface.h>
 #endif
 
@@ -23,7 +23,7 @@ struct Farewell {
 } const farewell;
 
 const char* Describe(const char* message) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef ZORL2_ADDRESS_SANITIZER
   // What lies behind the buffer does not belong to it.
   if (__asan_region_is_poisoned(const_cast<char*>(message), kMessageSize) != nullptr) {
     return "a short buffer";

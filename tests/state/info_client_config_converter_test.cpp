@@ -218,7 +218,8 @@ TEST(InfoClientConfig, TheConverterIsReachedThroughItsBaseAndKnowsItsType) {
   using Base = Converter<pb::InformationClient, ZORL2InfoClientConfig>;
   const std::unique_ptr<Base> base = std::make_unique<ZORL2InfoClientConfigConverter>();
   EXPECT_NE(dynamic_cast<ZORL2InfoClientConfigConverter*>(base.get()), nullptr);
-  EXPECT_EQ(typeid(*base), typeid(ZORL2InfoClientConfigConverter));
+  const Base& reached = *base;
+  EXPECT_EQ(typeid(reached), typeid(ZORL2InfoClientConfigConverter));
   ZORL2InfoClientConfig config;
   EXPECT_TRUE(base->Convert(Message(16), config));
   EXPECT_THAT(config.interfaceCategories, ElementsAre(VIRTUAL_IF));

@@ -258,7 +258,8 @@ TEST(LagMember, TheConverterIsReachedThroughItsBaseAndKnowsItsType) {
   using Base = Converter<pb::LagMemberOperationProto, LagMemberOperation>;
   const std::unique_ptr<Base> base = std::make_unique<LagMemberConverter>();
   EXPECT_NE(dynamic_cast<LagMemberConverter*>(base.get()), nullptr);
-  EXPECT_EQ(typeid(*base), typeid(LagMemberConverter));
+  const Base& reached = *base;
+  EXPECT_EQ(typeid(reached), typeid(LagMemberConverter));
   LagMemberOperation operation;
   EXPECT_TRUE(base->Convert(FullMessage(), operation));
   EXPECT_EQ(operation.member, Id(5, 6, 7, 8));

@@ -125,7 +125,7 @@ class Tree:
             flags += " -idirafter " + include.strip()
         if run(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", *compilers,
                 "-DCMAKE_BUILD_TYPE=Release", f"-DCMAKE_CXX_FLAGS_RELEASE={flags}",
-                "-DZORL2_BUILD_TOOLS=OFF"]) != 0:
+                "-DZORL2_BUILD_TOOLS=OFF", "-DCMAKE_UNITY_BUILD=OFF"]) != 0:
             raise SystemExit("mutate: the tree does not configure")
         self._ninja("zorl2_serialize", "zorl2_host")
         shutil.copy2(self.library, self.kept)

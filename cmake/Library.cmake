@@ -53,7 +53,7 @@ if(ZORL2_COVERAGE)
   # One copy of every template, or the copies that the linker drops count as never run.
   set_target_properties(zorl2_own PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
 elseif(CMAKE_BUILD_TYPE STREQUAL Release)
-  # What is tested is compiled as what is installed, however the tests are.
+  # Tested and analysed as it is installed, source by source, however the rest is built.
   set_target_properties(zorl2_own PROPERTIES UNITY_BUILD OFF)
 endif()
 # The C functions promise an invalid memory access when memory runs out; the optimiser must not

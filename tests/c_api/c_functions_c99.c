@@ -106,7 +106,7 @@ int main(void) {
   a_list(0);
   a_list(1);
   a_list(3);
-#ifndef ZORL2_SANITIZED /* Their allocation ends the process. */
+#ifndef ZORL2_SANITIZED /* The sanitizers end the process instead. */
   EXPECT(init_intf_entry_list((size_t)-1) == NULL);
 #endif
   if (failures == 0) puts("all expectations hold");

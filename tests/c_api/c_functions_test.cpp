@@ -137,7 +137,7 @@ TEST(List, ABufferSetToNullIsPassedOver) {
   destroy_intf_entry_list(&list);
 }
 
-#ifndef ZORL2_SANITIZED  // Their operator new ends the process instead of throwing.
+#ifndef ZORL2_SANITIZED  // The sanitizers end the process instead of throwing.
 // More than fits into one array, whatever memory the machine has.
 TEST(List, ACountThatNoArrayCanHaveGivesNull) {
   for (const std::size_t count : {std::size_t{1} << 57, std::size_t{1} << 63, ~std::size_t{0},

@@ -5,12 +5,12 @@
 #include "convert/enum_mapping.h"
 #include "convert/fault_site.h"
 #include "convert/large_message.h"
+#include "convert/one_pass_merge.h"
 #include "convert/state_merge.h"
 #include "convert/zorid_mapping.h"
 
 namespace pb = zorl2::protobuf;
-using zorl2_mapping::IsLarge;
-using zorl2_mapping::MergeWhileTesting;
+using zorl2_mapping::MergeInOnePass;
 using zorl2_mapping::Overwriting;
 using zorl2_mapping::StateMerge;
 using zorl2_mapping::ToMessage;
@@ -46,16 +46,16 @@ ShutStateConverter::~ShutStateConverter() = default;
 BlockStateConverter::~BlockStateConverter() = default;
 
 // A message that lacks a field leaves the signal alone, so all of it is tested before the first
-// state is set. A large one is tested while it is merged, if it is one of which nothing else is to
-// be said: no protocol to refuse, no identifier to end the process for.
+// state is set: again for one that was refused while it was merged.
 bool ShutStateConverter::Convert(const pb::ShutStateSync& message,
                                  ShutStateInfoSyncSignal& signal) {
-  const bool merged = IsLarge(message) && message.has_shutprotocol() &&
-                      protocolTypeFromMessage.count(message.shutprotocol()) != 0 &&
-                      MergeWhileTesting(message, signal.shutStates);
-  if (!merged && !message.IsInitialized()) return false;
+  const auto known = protocolTypeFromMessage.find(message.shutprotocol());
+  if (message.has_shutprotocol() && known != protocolTypeFromMessage.end() &&
+      MergeInOnePass(message, known->second, signal.protocol, signal.shutStates)) {
+    return true;
+  }
+  if (!message.IsInitialized()) return false;
   signal.protocol = protocolTypeFromMessage.at(message.shutprotocol());
-  if (merged) return true;
   // Merged on purpose: a signal names what has changed, and the rest of the map still holds.
   StateMerge states(signal.shutStates);
   for (const pb::ShutStateInfo& info : message.intfs()) {
@@ -86,13 +86,13 @@ bool ShutStateConverter::Convert(const ShutStateInfoSyncSignal& signal,
 
 bool BlockStateConverter::Convert(const pb::BlockStateSync& message,
                                   BlockStateInfoSyncSignal& signal) {
-  const bool merged = IsLarge(message) && message.has_blockprotocol() &&
-                      protocolTypeFromMessage.count(message.blockprotocol()) != 0 &&
-                      MergeWhileTesting(message, signal.blockStates);
-  if (!merged && !message.IsInitialized()) return false;
+  const auto known = protocolTypeFromMessage.find(message.blockprotocol());
+  if (message.has_blockprotocol() && known != protocolTypeFromMessage.end() &&
+      MergeInOnePass(message, known->second, signal.protocol, signal.blockStates)) {
+    return true;
+  }
+  if (!message.IsInitialized()) return false;
   signal.protocol = protocolTypeFromMessage.at(message.blockprotocol());
-  if (merged) return true;
-  // Merged on purpose, as above.
   StateMerge states(signal.blockStates);
   for (const pb::BlockStateInfo& info : message.intfs()) {
     zorid_t id;

@@ -24,8 +24,7 @@ extern template class ZORL2_EXPORT
 // outside the protocols. The protocol is looked up first: the signal is then as it was, the
 // message cleared.
 //
-// std::bad_alloc leaves the protocol and the elements before it merged, or set. In a message of
-// 16,384 elements or more the merge has then been tried twice.
+// std::bad_alloc leaves the protocol and the elements before it merged, or set.
 //
 // An identifier without exactly four values ENDS THE PROCESS: pvex_print_backtrace(),
 // pvex_gen_fault(1, "Convert", "convert/intf_state_converter.cpp", line, ""), exit(1). A caller

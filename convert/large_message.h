@@ -1,21 +1,11 @@
-// Not installed. Messages of signals that are larger than the processor's caches. What a smaller
-// one takes two passes for, since two simple loops need the fewest instructions, would fetch such a
-// message from memory twice; it is done in one here.
+// Not installed. Messages of signals that are larger than the processor's caches are written over
+// in one pass. Two of them, the first to clear, need fewer instructions and do for smaller ones,
+// but would fetch such a message from memory twice.
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <map>
-#include <new>
 #include <type_traits>
 #include <utility>
-
-#include "convert/enum_mapping.h"
-#include "convert/state_merge.h"
-#include "convert/zorid_mapping.h"
-#include "intf_state.pb.h"
-#include "native/l2_enums.h"
-#include "native/zorid.h"
 
 // An interface takes some 130 octets of a message, a second-level cache is 1 or 2 MB. Some tests
 // take every message for a large one.
@@ -80,88 +70,5 @@ class Overwriting {
   typename Intfs::iterator next_;
   typename Intfs::iterator end_;
 };
-
-// Takes a merge back in its destructor, unless it is to be kept: remembers what it changed, which
-// for most signals is little, or that there was nothing before.
-template <typename State>
-class MergeLog {
- public:
-  explicit MergeLog(std::map<zorid_t, State>& states)
-      : states_(states), wasEmpty_(states.empty()), remembers_(!states.empty()) {}
-  ~MergeLog() {
-    if (wasEmpty_) states_.clear();
-    while (count_ != 0) TakeBack(changes_[--count_]);
-  }
-  MergeLog(const MergeLog&) = delete;
-  MergeLog& operator=(const MergeLog&) = delete;
-
-  bool IsFull() const { return count_ == changes_.size(); }
-
-  // Nothing is remembered or taken back any more.
-  void Keep() {
-    wasEmpty_ = false;
-    remembers_ = false;
-    count_ = 0;
-  }
-
-  void Inserted(const zorid_t& id) {
-    if (remembers_) changes_[count_++] = {id, true};
-  }
-  void Replaced(const zorid_t& id, State before, State now) {
-    if (remembers_ && before != now) changes_[count_++] = {id, false, before};
-  }
-
- private:
-  struct Change {
-    zorid_t id;
-    bool inserted = false;
-    State before = {};
-  };
-
-  void TakeBack(const Change& change) {
-    if (change.inserted) {
-      states_.erase(change.id);
-    } else {
-      states_.find(change.id)->second = change.before;
-    }
-  }
-
-  std::map<zorid_t, State>& states_;
-  bool wasEmpty_;
-  bool remembers_;
-  std::size_t count_ = 0;
-  std::array<Change, 256> changes_;
-};
-
-inline bool StateOf(const zorl2::protobuf::ShutStateInfo& info) { return info.state(); }
-inline BlockState StateOf(const zorl2::protobuf::BlockStateInfo& info) {
-  return ToNative(info.state());
-}
-
-// Merges the interfaces of a message, each as soon as it has been found to lack nothing. False when
-// one does lack a field, and when one has a malformed identifier or memory runs out. The states are
-// then as they were, unless the message lacks nothing: some may have been merged, and merging it
-// from the front again, when that is known, meets the same end.
-template <typename Message, typename State>
-bool MergeWhileTesting(const Message& message, std::map<zorid_t, State>& states) {
-  MergeLog<State> log(states);
-  StateMerge<State, MergeLog<State>&> merge(states, log);
-  for (const auto& info : message.intfs()) {
-    zorid_t id;
-    if (!info.IsInitialized() || !ToNative(info.zorid(), id)) return false;
-    if (log.IsFull()) {
-      if (!message.IsInitialized()) return false;
-      log.Keep();
-    }
-    try {
-      merge.Set(id, StateOf(info));
-    } catch (const std::bad_alloc&) {
-      if (message.IsInitialized()) log.Keep();
-      return false;
-    }
-  }
-  log.Keep();
-  return true;
-}
 
 }  // namespace zorl2_mapping

@@ -1,7 +1,6 @@
 // Not installed. Merges the states of a message into the map of a signal.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <limits>
@@ -32,14 +31,7 @@ class StateMerge {
     const std::uint32_t number = ZoridNumber(id);
     if (number < least_) {
       least_ = kOutOfOrder;
-      const std::size_t size = states_.size();
-      State& held = states_[id];
-      if (states_.size() == size) {
-        log_.Replaced(id, held, state);
-      } else {
-        log_.Inserted(id);
-      }
-      held = state;
+      SetAt(states_, log_, states_.lower_bound(id), id, state);
       return;
     }
     least_ = std::uint64_t{number} + 1;
@@ -64,14 +56,19 @@ class StateMerge {
   [[gnu::noinline]] static Iterator SetElsewhere(Map& states, Log log, Iterator next, zorid_t id,
                                                  State state) {
     if (next != states.end() && next->first < id) next = states.lower_bound(id);
-    if (next != states.end() && next->first == id) {
-      log.Replaced(id, next->second, state);
-      next->second = state;
-      return std::next(next);
+    return SetAt(states, log, next, id, state);
+  }
+
+  // Sets an entry, given the first that is not below it. Returns the entry behind it.
+  static Iterator SetAt(Map& states, Log log, Iterator at, const zorid_t& id, State state) {
+    if (at != states.end() && at->first == id) {
+      log.Replaced(id, at->second, state);
+      at->second = state;
+      return std::next(at);
     }
-    states.emplace_hint(next, id, state);
+    states.emplace_hint(at, id, state);
     log.Inserted(id);
-    return next;
+    return at;
   }
 
   Map& states_;

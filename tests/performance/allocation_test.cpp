@@ -115,6 +115,9 @@ TEST(Allocations, StatesToNative_OnePerInterfaceIntoAnEmptyMapNoneIntoAFilledOne
           block.mutable_intfs()->SwapElements(i, count - 1 - i);
         }
       }
+      // One that is named twice is one interface.
+      *shut.add_intfs() = shut.intfs(0);
+      *block.add_intfs() = block.intfs(count / 2);
       ShutStateInfoSyncSignal shut_signal;
       EXPECT_EQ((AllocationsOf<ShutStateConverter>(shut, shut_signal)),
                 static_cast<std::uint64_t>(count));

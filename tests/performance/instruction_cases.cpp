@@ -43,8 +43,8 @@ std::map<std::string, Operation> Cases() {
   AddPair<LagMemberConverter, pb::LagMemberOperationProto>(cases, "operation",
                                                            zorl2_bench::Operation(1));
 
-  // The larger one takes the way of messages that are larger than the caches.
-  for (const int count : {1000, 20000}) {
+  // Into a map that holds them, each goes a way of its own: few, in order, larger than the caches.
+  for (const int count : {10, 1000, 20000}) {
     const std::string name = "shut" + std::to_string(count);
     ShutStateInfoSyncSignal shut;
     shut.protocol = STP;

@@ -1,5 +1,5 @@
-// Memory runs out while a signal is converted whose message is larger than the caches. The
-// converters of this program take every message for such a one.
+// Memory runs out while a signal is converted, by the library's own converters and by those that
+// take every message for one larger than the caches.
 #include <gtest/gtest.h>
 
 #include "convert/intf_state_converter.h"
@@ -32,46 +32,32 @@ ShutStateInfoSyncSignal Before(bool empty) {
   return signal;
 }
 
-// The merge is tried a second time, from the front.
-TEST(LargeExhaustion, OneFailureIsMadeGood) {
+// Whether one allocation fails or all from then on.
+TEST(SignalExhaustion, TheProtocolAndTheElementsBeforeStayMerged) {
   const pb::ShutStateSync message = Message();
   for (const bool empty : {true, false}) {
-    auto expected = Before(empty);
-    for (const auto& [id, state] : Signal().shutStates) expected.shutStates[id] = state;
-    for (long n = 1; n <= kCount; ++n) {
-      const long live = proof::LiveAllocations();
-      {
-        auto signal = Before(empty);
-        proof::FailAllocation(n);
-        EXPECT_TRUE(ShutStateConverter().Convert(message, signal));
-        EXPECT_TRUE(proof::StopFailing());
-        EXPECT_EQ(signal.shutStates, expected.shutStates);
-        EXPECT_EQ(signal.protocol, LACP);
+    for (const auto fail : {proof::FailAllocation, proof::FailAllocationsFrom}) {
+      for (long n = 1; n <= kCount; ++n) {
+        const long live = proof::LiveAllocations();
+        {
+          auto signal = Before(empty);
+          auto expected = Before(empty).shutStates;
+          for (const auto& [id, state] : Signal().shutStates) {
+            if (id.octets[3] + 1 < n) expected[id] = state;
+          }
+          fail(n);
+          EXPECT_THROW(ShutStateConverter().Convert(message, signal), std::bad_alloc);
+          EXPECT_TRUE(proof::StopFailing());
+          EXPECT_EQ(signal.protocol, LACP);
+          EXPECT_EQ(signal.shutStates, expected) << n;
+        }
+        EXPECT_EQ(proof::LiveAllocations(), live);
       }
-      EXPECT_EQ(proof::LiveAllocations(), live);
     }
   }
 }
 
-TEST(LargeExhaustion, WithoutMemoryTheProtocolAndTheElementsBeforeStayMerged) {
-  const pb::ShutStateSync message = Message();
-  for (const bool empty : {true, false}) {
-    for (long n = 1; n <= kCount; ++n) {
-      auto signal = Before(empty);
-      auto expected = Before(empty).shutStates;
-      for (const auto& [id, state] : Signal().shutStates) {
-        if (id.octets[3] + 1 < n) expected[id] = state;
-      }
-      proof::FailAllocationsFrom(n);
-      EXPECT_THROW(ShutStateConverter().Convert(message, signal), std::bad_alloc);
-      proof::StopFailing();
-      EXPECT_EQ(signal.protocol, LACP);
-      EXPECT_EQ(signal.shutStates, expected) << n;
-    }
-  }
-}
-
-TEST(LargeExhaustion, AMissingFieldIsToldEvenThen) {
+TEST(SignalExhaustion, AMissingFieldIsToldEvenThen) {
   pb::ShutStateSync message = Message();
   message.mutable_intfs(kCount - 1)->clear_state();
   for (const bool empty : {true, false}) {
@@ -79,7 +65,8 @@ TEST(LargeExhaustion, AMissingFieldIsToldEvenThen) {
       auto signal = Before(empty);
       proof::FailAllocationsFrom(n);
       EXPECT_FALSE(ShutStateConverter().Convert(message, signal));
-      EXPECT_TRUE(proof::StopFailing());
+      // Only an empty map is sure to be filled while the message is tested.
+      EXPECT_TRUE(proof::StopFailing() || !empty);
       EXPECT_EQ(signal.shutStates, Before(empty).shutStates);
       EXPECT_EQ(signal.protocol, ERPS);
     }
@@ -87,7 +74,7 @@ TEST(LargeExhaustion, AMissingFieldIsToldEvenThen) {
 }
 
 // A used message is written over in its place: what was in it beyond what has been set goes.
-TEST(LargeExhaustion, ToMessageKeepsWhatWasSet) {
+TEST(SignalExhaustion, ToMessageKeepsWhatWasSet) {
   const ShutStateInfoSyncSignal signal = Signal();
   const pb::ShutStateSync whole = Message();
   pb::ShutStateSync used = whole;

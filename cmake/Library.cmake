@@ -63,11 +63,18 @@ endif()
 set_source_files_properties(c_api/intf_entry.cpp TARGET_DIRECTORY zorl2_own PROPERTIES
   COMPILE_OPTIONS "-fno-delete-null-pointer-checks")
 if(CMAKE_BUILD_TYPE STREQUAL Release AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-  # These messages have no required field, so their initialisation test is always true. Only when
-  # the compiler sees it together with its caller does it cost nothing, and the callers are short.
-  set_source_files_properties(convert/zorid_converter.cpp convert/lag_member_converter.cpp
+  # The compiler sees short functions together with their callers: the record's getters and the
+  # builder's steps, the check of each protocol that is set, and the initialisation test of messages
+  # without a required field, which is always true. Generated classes beyond these are left out:
+  # CopyFrom of an entry would take half as long again.
+  set_source_files_properties(
+    native/intf_entry.cpp native/intf_entry_builder.cpp convert/intf_entry_converter.cpp
+    convert/info_client_config_converter.cpp convert/lag_member_converter.cpp
+    convert/zorid_converter.cpp
     TARGET_DIRECTORY zorl2_own PROPERTIES COMPILE_OPTIONS -flto)
-  set_source_files_properties(${ZORL2_GENERATED_DIR}/zorid.pb.cc ${ZORL2_GENERATED_DIR}/lag.pb.cc
+  set_source_files_properties(
+    ${ZORL2_GENERATED_DIR}/information_client.pb.cc ${ZORL2_GENERATED_DIR}/lag.pb.cc
+    ${ZORL2_GENERATED_DIR}/zorid.pb.cc
     TARGET_DIRECTORY zorl2_generated PROPERTIES COMPILE_OPTIONS -flto)
 endif()
 

@@ -79,6 +79,7 @@ bool ReplaceFew(const Message& message, std::map<zorid_t, State>& states) {
     State* held;
     State before;
   };
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): each is written before it is read.
   std::array<Replaced, 16> replaced;
   if (static_cast<std::size_t>(message.intfs_size()) > replaced.size()) return false;
   std::size_t count = 0;

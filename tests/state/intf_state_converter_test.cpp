@@ -174,6 +174,17 @@ TYPED_TEST(StateConverter, MessageToNative_TheGreatestIdentifierMayComeBeforeHel
                 {least, TypeParam::kOff}, {kA, TypeParam::kOff}, {greatest, TypeParam::kOn}}));
 }
 
+TYPED_TEST(StateConverter, MessageToNative_TheLaterElementOfTheGreatestIdentifierWins) {
+  const zorid_t greatest = Id(255, 255, 255, 255);
+  auto message = EmptyMessage<TypeParam>(pb::ERPS);
+  Add<TypeParam>(message, greatest, true);
+  Add<TypeParam>(message, greatest, false);
+  typename TypeParam::Signal signal;
+  EXPECT_TRUE(this->converter.Convert(message, signal));
+  EXPECT_EQ(TypeParam::States(signal),
+            (std::map<zorid_t, typename TypeParam::State>{{greatest, TypeParam::kOff}}));
+}
+
 // Behind its last entry a map keeps their number: read as an identifier, one entry is 1.0.0.0.
 TYPED_TEST(StateConverter, MessageToNative_WhatStandsBehindTheLastEntryIsNoEntry) {
   const zorid_t first = Id(0, 0, 0, 9);
@@ -181,10 +192,13 @@ TYPED_TEST(StateConverter, MessageToNative_WhatStandsBehindTheLastEntryIsNoEntry
   auto message = EmptyMessage<TypeParam>(pb::LBD);
   Add<TypeParam>(message, first, false);
   Add<TypeParam>(message, second, true);
-  typename TypeParam::Signal signal;
-  EXPECT_TRUE(this->converter.Convert(message, signal));
-  EXPECT_EQ(TypeParam::States(signal), (std::map<zorid_t, typename TypeParam::State>{
-                                           {first, TypeParam::kOff}, {second, TypeParam::kOn}}));
+  for (const bool held : {false, true}) {
+    typename TypeParam::Signal signal;
+    if (held) TypeParam::States(signal)[first] = TypeParam::kOn;
+    EXPECT_TRUE(this->converter.Convert(message, signal));
+    EXPECT_EQ(TypeParam::States(signal), (std::map<zorid_t, typename TypeParam::State>{
+                                             {first, TypeParam::kOff}, {second, TypeParam::kOn}}));
+  }
 }
 
 // The order of the elements must not matter for the merge: any sequence of identifiers, merged into

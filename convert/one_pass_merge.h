@@ -82,14 +82,17 @@ bool ReplaceFew(const Message& message, std::map<zorid_t, State>& states) {
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): each is written before it is read.
   std::array<Replaced, 16> replaced;
   if (static_cast<std::size_t>(message.intfs_size()) > replaced.size()) return false;
-  std::size_t count = 0;
+  Replaced* end = replaced.data();
   for (const auto& info : message.intfs()) {
     State* const held = FindHeld(info, states);
     if (held == nullptr) {
-      for (; count != 0; --count) *replaced[count - 1].held = replaced[count - 1].before;
+      while (end != replaced.data()) {
+        --end;
+        *end->held = end->before;
+      }
       return false;
     }
-    replaced[count++] = {held, *held};
+    *end++ = {held, *held};
     *held = StateOf(info);
   }
   return true;

@@ -141,6 +141,40 @@ TYPED_TEST(StateConverter, MessageToNative_AMissingFieldLeavesTheSignalAsItWas) 
   }
 }
 
+// However many states have been merged until then, into whatever map.
+TYPED_TEST(StateConverter, MessageToNative_AMissingFieldAnywhereLeavesTheSignalAsItWas) {
+  const auto id = [](int i) {
+    return Id(1, 2, static_cast<std::uint8_t>(i / 256), static_cast<std::uint8_t>(i % 256));
+  };
+  for (const int count : {1, 2, 15, 16, 17, 40, 300}) {
+    auto whole = EmptyMessage<TypeParam>(pb::LFD);
+    for (int i = 0; i < count; ++i) Add<TypeParam>(whole, id(i), i % 3 == 0);
+    for (const int heldEach : {0, 1, 2}) {
+      typename TypeParam::Signal before;
+      before.protocol = ERPS;
+      for (int i = 0; heldEach != 0 && i < count; i += heldEach) {
+        TypeParam::States(before)[id(i)] = i % 3 == 0 ? TypeParam::kOff : TypeParam::kOn;
+      }
+      for (int lacking = 0; lacking < count; lacking += count / 20 + 1) {
+        SCOPED_TRACE(testing::Message() << count << ' ' << heldEach << ' ' << lacking);
+        for (const bool state : {false, true}) {
+          auto message = whole;
+          auto& info = *message.mutable_intfs(lacking);
+          if (state) {
+            info.clear_state();
+          } else {
+            info.clear_zorid();
+          }
+          auto signal = before;
+          EXPECT_FALSE(this->converter.Convert(message, signal));
+          EXPECT_EQ(signal.protocol, ERPS);
+          EXPECT_EQ(TypeParam::States(signal), TypeParam::States(before));
+        }
+      }
+    }
+  }
+}
+
 TYPED_TEST(StateConverter, MessageToNative_AMissingFieldIsNoticedBeforeAMalformedIdentifier) {
   // Otherwise the process would end here.
   auto message = EmptyMessage<TypeParam>(pb::LFD);
@@ -218,6 +252,11 @@ TYPED_TEST(StateConverter, MessageToNative_MergesElementsOfAnyOrder) {
     auto expected = TypeParam::States(signal);
     std::vector<std::pair<zorid_t, bool>> elements(random() % 40);
     for (auto& element : elements) element = {id(), random() % 2 == 0};
+    // Of every third message all interfaces are held.
+    if (round % 3 == 0) {
+      for (const auto& element : elements) TypeParam::States(signal)[element.first];
+      expected = TypeParam::States(signal);
+    }
     const auto ascending = [](const auto& a, const auto& b) { return a.first < b.first; };
     if (round % 4 == 0) std::stable_sort(elements.begin(), elements.end(), ascending);
     if (round % 4 == 1) std::stable_sort(elements.rbegin(), elements.rend(), ascending);

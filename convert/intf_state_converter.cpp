@@ -45,8 +45,8 @@ static const std::map<ProtocolType, pb::ProtocolType> protocolTypeToMessage = {
 ShutStateConverter::~ShutStateConverter() = default;
 BlockStateConverter::~BlockStateConverter() = default;
 
-// A message that lacks a field leaves the signal alone, so all of it is tested before the first
-// state is set: again for one that was refused while it was merged.
+// A message that lacks a field leaves the signal alone. What is not merged in one pass, or refused
+// there, is tested as a whole before the first state is set.
 bool ShutStateConverter::Convert(const pb::ShutStateSync& message,
                                  ShutStateInfoSyncSignal& signal) {
   const auto known = protocolTypeFromMessage.find(message.shutprotocol());

@@ -56,7 +56,7 @@ struct Verdict {
 // Message to native.
 
 // ZORIDConverter.
-Verdict Check(const zorl2::protobuf::Zorid& message);
+inline Verdict Check(const zorl2::protobuf::Zorid& message);
 // IntfEntryConverter.
 Verdict Check(const zorl2::protobuf::IntfEntry& message);
 // ShutStateConverter.
@@ -66,7 +66,7 @@ Verdict Check(const zorl2::protobuf::BlockStateSync& message);
 // ZORL2InfoClientConfigConverter.
 Verdict Check(const zorl2::protobuf::InformationClient& message);
 // LagMemberConverter.
-Verdict Check(const zorl2::protobuf::LagMemberOperationProto& message);
+inline Verdict Check(const zorl2::protobuf::LagMemberOperationProto& message);
 
 // A message whose type is known at run time, also a DynamicMessage. One of the six types above is
 // checked as such. Every other message is checked for its required fields, and each message of the
@@ -78,7 +78,7 @@ Verdict Check(const google::protobuf::Message& message);
 // Native to message.
 
 // ZORIDConverter: always converts.
-Verdict Check(const zorid_t& record);
+inline Verdict Check(const zorid_t& record);
 // IntfEntryConverter.
 Verdict Check(const IntfEntry& record);
 // ShutStateConverter.
@@ -86,9 +86,9 @@ Verdict Check(const ShutStateInfoSyncSignal& record);
 // BlockStateConverter.
 Verdict Check(const BlockStateInfoSyncSignal& record);
 // ZORL2InfoClientConfigConverter: always converts.
-Verdict Check(const ZORL2InfoClientConfig& record);
+inline Verdict Check(const ZORL2InfoClientConfig& record);
 // LagMemberConverter: always converts.
-Verdict Check(const LagMemberOperation& record);
+inline Verdict Check(const LagMemberOperation& record);
 
 // Why a value does not survive a conversion, the most serious kind first.
 enum class LossKind {
@@ -145,5 +145,40 @@ std::vector<Loss> FindLosses(const BlockStateInfoSyncSignal& record);
 std::vector<Loss> FindLosses(const ZORL2InfoClientConfig& record);
 // LagMemberConverter. `managerData` is not part of the message: it is kDefaulted if it is not 0.
 std::vector<Loss> FindLosses(const LagMemberOperation& record);
+
+// Inline, because these conversions take about as long as a call.
+
+namespace internal {
+
+constexpr int kOctets = 4;
+constexpr int kAbsent = -1;
+
+Verdict RejectIdentifier(int values);
+Verdict RejectOperation(int lag_values, int member_values);
+
+inline Verdict CheckIdentifier(int values) {
+  return values == kOctets ? Verdict{} : RejectIdentifier(values);
+}
+
+inline Verdict CheckOperation(int lag_values, int member_values) {
+  const bool converts = lag_values == kOctets && member_values == kOctets;
+  return converts ? Verdict{} : RejectOperation(lag_values, member_values);
+}
+
+}  // namespace internal
+
+inline Verdict Check(const zorl2::protobuf::Zorid& message) {
+  return internal::CheckIdentifier(message.value_size());
+}
+
+inline Verdict Check(const zorl2::protobuf::LagMemberOperationProto& message) {
+  return internal::CheckOperation(
+      message.has_lag() ? message.lag().value_size() : internal::kAbsent,
+      message.has_member() ? message.member().value_size() : internal::kAbsent);
+}
+
+inline Verdict Check(const zorid_t&) { return {}; }
+inline Verdict Check(const ZORL2InfoClientConfig&) { return {}; }
+inline Verdict Check(const LagMemberOperation&) { return {}; }
 
 }  // namespace zorl2::check

@@ -1,58 +1,44 @@
 #include "check/internal/loss_text.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 namespace zorl2::check::internal {
 namespace {
 
 using google::protobuf::UnknownField;
 
-constexpr std::size_t kLongestText = 64;
-
-std::string HexText(std::uint64_t number, int digits) {
-  char text[19];
-  std::snprintf(text, sizeof(text), "0x%0*llx", digits, static_cast<unsigned long long>(number));
-  return text;
-}
-
-std::string QuotedText(const std::string& bytes) {
+std::string QuotedText(std::string_view bytes) {
+  constexpr std::size_t kLongest = 64;
   std::string text = "\"";
-  for (std::size_t i = 0; i < std::min(bytes.size(), kLongestText); ++i) {
-    const char c = bytes[i];
+  for (const char c : bytes.substr(0, kLongest)) {
     if (c >= ' ' && c <= '~' && c != '"' && c != '\\') {
       text += c;
     } else {
-      text += "\\x" + HexText(static_cast<unsigned char>(c), 2).substr(2);
+      char escaped[5];
+      std::snprintf(escaped, sizeof(escaped), "\\x%02x", static_cast<unsigned char>(c));
+      text += escaped;
     }
   }
   text += '"';
-  if (bytes.size() > kLongestText) text += "... (" + std::to_string(bytes.size()) + " bytes)";
+  if (bytes.size() > kLongest) text += "... (" + std::to_string(bytes.size()) + " bytes)";
   return text;
 }
 
 }  // namespace
 
-std::vector<Loss> SortedByKind(std::vector<Loss> losses) {
-  const auto by_kind = [](const Loss& a, const Loss& b) { return a.kind < b.kind; };
-  if (!std::is_sorted(losses.begin(), losses.end(), by_kind)) {
-    std::stable_sort(losses.begin(), losses.end(), by_kind);
-  }
-  return losses;
-}
-
 std::string DottedText(const zorid_t& id) {
-  return IdentifierText({id.octets[0], id.octets[1], id.octets[2], id.octets[3]}, 4);
+  return DottedText({id.octets[0], id.octets[1], id.octets[2], id.octets[3]}, 4);
 }
 
-std::string IdentifierText(const std::vector<std::uint32_t>& first_values, int count) {
+std::string DottedText(const std::vector<std::uint32_t>& first_values, int count) {
   std::string text;
   for (const std::uint32_t value : first_values) {
     if (!text.empty()) text += '.';
     text += std::to_string(value);
   }
-  if (count == static_cast<int>(sizeof(zorid_t))) return text;
-  if (count > static_cast<int>(first_values.size())) text += "...";
+  if (count == 4) return text;
+  if (static_cast<std::size_t>(count) > first_values.size()) text += "...";
   if (!text.empty()) text += ' ';
   return text + "(" + std::to_string(count) + (count == 1 ? " value)" : " values)");
 }
@@ -62,9 +48,9 @@ std::string UnknownText(const UnknownField& field) {
     case UnknownField::TYPE_VARINT:
       return std::to_string(field.varint());
     case UnknownField::TYPE_FIXED32:
-      return HexText(field.fixed32(), 8);
+      return std::to_string(field.fixed32());
     case UnknownField::TYPE_FIXED64:
-      return HexText(field.fixed64(), 16);
+      return std::to_string(field.fixed64());
     case UnknownField::TYPE_LENGTH_DELIMITED:
       return QuotedText(field.length_delimited());
     default:

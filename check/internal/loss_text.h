@@ -1,4 +1,4 @@
-// Not installed. The order of losses, and the texts of the values in them.
+// Not installed. The texts of values that are lost.
 #pragma once
 
 #include <google/protobuf/unknown_field_set.h>
@@ -7,19 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "check/check.h"
+#include "native/zorid.h"
 
 namespace zorl2::check::internal {
-
-// By kind; within a kind the order remains.
-std::vector<Loss> SortedByKind(std::vector<Loss> losses);
 
 // "0.0.1.44"
 std::string DottedText(const zorid_t& id);
 
-// The same of the values of a message. A malformed identifier has its number of values, too: "7.8
-// (2 values)".
-std::string IdentifierText(const std::vector<std::uint32_t>& first_values, int count);
+// The first of the `count` values of an identifier in a message, "0.0.1.300". A malformed one has
+// their number, too: "7.8 (2 values)".
+std::string DottedText(const std::vector<std::uint32_t>& first_values, int count);
 
 // A number, a text in quotes, or the number of fields in a group. A long text is cut.
 std::string UnknownText(const google::protobuf::UnknownField& field);

@@ -98,25 +98,20 @@ Verdict MissingField(const Message& message, const FieldDescriptor& field) {
 
 Verdict WrongSize(Outcome outcome, std::string field, int values) {
   return {outcome, "identifier.size", std::move(field),
-          std::to_string(values) + (values == 1 ? " value" : " values") + " (expected 4)"};
+          std::to_string(values) + (values == 1 ? " value" : " values") + " (expected " +
+              std::to_string(kOctets) + ")"};
 }
 
-Verdict CheckIdentifier(int values) {
-  return values == kOctets ? Verdict{} : WrongSize(Outcome::kReturnsFalse, "value", values);
-}
+Verdict RejectIdentifier(int values) { return WrongSize(Outcome::kReturnsFalse, "value", values); }
 
-Verdict CheckOperation(int lag_values, int member_values) {
-  const std::pair<const char*, int> identifiers[] = {{"lag", lag_values},
-                                                     {"member", member_values}};
-  for (const auto& [field, values] : identifiers) {
-    if (values == kAbsent) {
-      return {Outcome::kReturnsFalse, "identifier.missing", field, "missing (expected 4 values)"};
-    }
+Verdict RejectOperation(int lag_values, int member_values) {
+  for (const bool is_lag : {true, false}) {
+    if ((is_lag ? lag_values : member_values) != kAbsent) continue;
+    return {Outcome::kReturnsFalse, "identifier.missing", is_lag ? "lag" : "member",
+            "missing (expected 4 values)"};
   }
-  for (const auto& [field, values] : identifiers) {
-    if (values != kOctets) return WrongSize(Outcome::kReturnsFalse, field, values);
-  }
-  return {};
+  return lag_values != kOctets ? WrongSize(Outcome::kReturnsFalse, "lag", lag_values)
+                               : WrongSize(Outcome::kReturnsFalse, "member", member_values);
 }
 
 Verdict CheckSignalProtocol(const char* field, int number, bool is_listed,

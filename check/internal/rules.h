@@ -17,13 +17,7 @@ Verdict MissingField(const google::protobuf::Message& message,
                      const google::protobuf::FieldDescriptor& field);
 
 // identifier.size
-constexpr int kOctets = static_cast<int>(sizeof(zorid_t));
 Verdict WrongSize(Outcome outcome, std::string field, int values);
-Verdict CheckIdentifier(int values);
-
-// identifier.size and identifier.missing, for the two identifiers of a member operation.
-constexpr int kAbsent = -1;
-Verdict CheckOperation(int lag_values, int member_values);
 
 // protocol.unlisted. `number` is what the source holds; `protocol` is read if the number is listed.
 Verdict CheckSignalProtocol(const char* field, int number, bool is_listed,

@@ -1,8 +1,7 @@
 // What a converter does with a message.
 #include "check/check.h"
-#include "check/internal/fields.h"
-#include "check/internal/record_types.h"
 #include "check/internal/rules.h"
+#include "check/internal/schema.h"
 
 namespace zorl2::check {
 namespace {
@@ -137,8 +136,6 @@ Verdict CheckPart(const Message& part) {
 
 }  // namespace
 
-Verdict Check(const pb::Zorid& message) { return internal::CheckIdentifier(message.value_size()); }
-
 Verdict Check(const pb::IntfEntry& message) {
   return message.IsInitialized() ? internal::CheckEnumerations(message) : FindMissing(message);
 }
@@ -154,11 +151,6 @@ Verdict Check(const pb::BlockStateSync& message) {
 
 Verdict Check(const pb::InformationClient& message) {
   return message.IsInitialized() ? Verdict{} : FindMissing(message);
-}
-
-Verdict Check(const pb::LagMemberOperationProto& message) {
-  return internal::CheckOperation(message.has_lag() ? message.lag().value_size() : kAbsent,
-                                  message.has_member() ? message.member().value_size() : kAbsent);
 }
 
 Verdict Check(const Message& message) {

@@ -1,4 +1,4 @@
-#include "check/internal/record_types.h"
+#include "check/internal/schema.h"
 
 #include "information_client.pb.h"
 #include "interface_entry.pb.h"
@@ -13,6 +13,7 @@ namespace pb = zorl2::protobuf;
 using google::protobuf::Descriptor;
 using google::protobuf::EnumDescriptor;
 using google::protobuf::FieldDescriptor;
+using google::protobuf::Message;
 
 bool IsSame(const EnumDescriptor* type, const EnumDescriptor* model) {
   if (type == nullptr || model == nullptr) return type == model;
@@ -59,6 +60,23 @@ RecordType RecordTypeOf(const Descriptor& type) {
     if (IsSame(&type, descriptor)) return record_type;
   }
   return RecordType::kNone;
+}
+
+int CountOf(const Message& message, const FieldDescriptor& field) {
+  if (field.is_repeated()) return message.GetReflection()->FieldSize(message, &field);
+  return message.GetReflection()->HasField(message, &field) ? 1 : 0;
+}
+
+const Message& MessageAt(const Message& message, const FieldDescriptor& field, int index) {
+  if (field.is_repeated()) {
+    return message.GetReflection()->GetRepeatedMessage(message, &field, index);
+  }
+  return message.GetReflection()->GetMessage(message, &field);
+}
+
+std::string ElementPath(const FieldDescriptor& field, int index) {
+  if (!field.is_repeated() || index == kWholeList) return field.name();
+  return field.name() + "[" + std::to_string(index) + "]";
 }
 
 }  // namespace zorl2::check::internal

@@ -7,10 +7,9 @@
 #include <utility>
 
 #include "check/check.h"
-#include "check/internal/fields.h"
 #include "check/internal/loss_text.h"
-#include "check/internal/record_types.h"
 #include "check/internal/rules.h"
+#include "check/internal/schema.h"
 
 namespace zorl2::check {
 namespace {
@@ -71,7 +70,7 @@ class Identifier {
   std::string Text() const {
     std::vector<std::uint32_t> first;
     for (int i = 0; i < std::min(count(), 8); ++i) first.push_back(Value(i));
-    return internal::IdentifierText(first, count());
+    return internal::DottedText(first, count());
   }
 
  private:
@@ -162,6 +161,8 @@ class UnknownFields {
 // Walks a message that converts, in the order of its fields.
 class LossFinder {
  public:
+  explicit LossFinder(std::vector<Loss>& losses) : losses_(losses) {}
+
   // A message of any type.
   void Visit(const Message& message, const Path* path) {
     switch (internal::RecordTypeOf(*message.GetDescriptor())) {
@@ -179,11 +180,9 @@ class LossFinder {
     }
   }
 
-  std::vector<Loss> losses;
-
  private:
   void Add(LossKind kind, const Path* path, std::string before, std::string after) {
-    losses.push_back({kind, Text(path), std::move(before), std::move(after)});
+    losses_.push_back({kind, Text(path), std::move(before), std::move(after)});
   }
 
   // A message without a native record, which may hold messages that have one.
@@ -201,7 +200,7 @@ class LossFinder {
         Visit(internal::MessageAt(message, field, index), &part);
       }
     }
-    if (holds_record) UnknownFields(message, path).AddRest(losses);
+    if (holds_record) UnknownFields(message, path).AddRest(losses_);
   }
 
   // A message with a native record, or a part of one.
@@ -210,7 +209,7 @@ class LossFinder {
     UnknownFields unknown(message, path);
     for (int i = 0; i < type.field_count(); ++i) {
       const FieldDescriptor& field = *type.field(i);
-      unknown.AddBelow(field.number(), losses);
+      unknown.AddBelow(field.number(), losses_);
       if (is_signal && field.is_repeated()) {
         VisitStates(message, field, path);
         continue;
@@ -219,7 +218,7 @@ class LossFinder {
       for (int index = 0; index < count; ++index) VisitValue(message, {path, &field, index});
       if (count == 0 && field.is_optional()) AddDefault({path, &field, 0});
     }
-    unknown.AddRest(losses);
+    unknown.AddRest(losses_);
   }
 
   void VisitValue(const Message& message, const Path& path) {
@@ -251,11 +250,11 @@ class LossFinder {
   void VisitIdentifier(const Message& message, const Path* path) {
     const Identifier id(message);
     if (!id.IsKept()) {
-      losses.push_back({id.count() == kOctets ? LossKind::kNarrowed : LossKind::kReplaced,
-                        path == nullptr ? "value" : Text(path), id.Text(),
-                        internal::DottedText(id.Converted())});
+      losses_.push_back({id.count() == kOctets ? LossKind::kNarrowed : LossKind::kReplaced,
+                         path == nullptr ? "value" : Text(path), id.Text(),
+                         internal::DottedText(id.Converted())});
     }
-    UnknownFields(message, path).AddRest(losses);
+    UnknownFields(message, path).AddRest(losses_);
   }
 
   // The record has every field.
@@ -270,7 +269,7 @@ class LossFinder {
   void VisitStates(const Message& signal, const FieldDescriptor& intfs, const Path* path) {
     const auto [last, keeps_order] = Merge(signal, intfs);
     if (!keeps_order) {
-      const Path whole{path, &intfs, internal::kWholeField};
+      const Path whole{path, &intfs, internal::kWholeList};
       Add(LossKind::kReplaced, &whole, "not ascending", "ascending");
     }
     const int count = internal::CountOf(signal, intfs);
@@ -285,15 +284,19 @@ class LossFinder {
       }
     }
   }
+
+  std::vector<Loss>& losses_;
 };
 
 }  // namespace
 
 std::vector<Loss> FindLosses(const Message& message) {
   if (internal::Fails(Check(message))) return {};
-  LossFinder finder;
-  finder.Visit(message, nullptr);
-  return internal::SortedByKind(std::move(finder.losses));
+  std::vector<Loss> losses;
+  LossFinder(losses).Visit(message, nullptr);
+  const auto by_kind = [](const Loss& a, const Loss& b) { return a.kind < b.kind; };
+  std::stable_sort(losses.begin(), losses.end(), by_kind);
+  return losses;
 }
 
 std::vector<Loss> FindLosses(const pb::Zorid& message) {

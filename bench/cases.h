@@ -6,5 +6,6 @@ namespace zorl2_bench {
 void RegisterEntryCases();
 void RegisterStateCases();
 void RegisterSmallCases();
+void RegisterCheckCases();
 
 }  // namespace zorl2_bench

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
   zorl2_bench::RegisterEntryCases();
   zorl2_bench::RegisterStateCases();
   zorl2_bench::RegisterSmallCases();
+  zorl2_bench::RegisterCheckCases();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   // In a process that never had a second thread the C library's heap takes no lock, and one thread

@@ -1,0 +1,82 @@
+#include "check/internal/schema.h"
+
+#include "information_client.pb.h"
+#include "interface_entry.pb.h"
+#include "intf_state.pb.h"
+#include "lag.pb.h"
+#include "zorid.pb.h"
+
+namespace zorl2::check::internal {
+namespace {
+
+namespace pb = zorl2::protobuf;
+using google::protobuf::Descriptor;
+using google::protobuf::EnumDescriptor;
+using google::protobuf::FieldDescriptor;
+using google::protobuf::Message;
+
+bool IsSame(const EnumDescriptor* type, const EnumDescriptor* model) {
+  if (type == nullptr || model == nullptr) return type == model;
+  if (type->value_count() != model->value_count()) return false;
+  for (int i = 0; i < type->value_count(); ++i) {
+    if (type->value(i)->number() != model->value(i)->number()) return false;
+  }
+  return true;
+}
+
+// A type of the same name may come from another version of the schema.
+bool IsSame(const Descriptor* type, const Descriptor* model) {
+  if (type == model) return true;
+  if (type == nullptr || model == nullptr) return false;
+  if (type->full_name() != model->full_name()) return false;
+  if (type->field_count() != model->field_count()) return false;
+  for (int i = 0; i < type->field_count(); ++i) {
+    const FieldDescriptor& field = *type->field(i);
+    const FieldDescriptor& expected = *model->field(i);
+    if (field.number() != expected.number() || field.type() != expected.type() ||
+        field.label() != expected.label() || !IsSame(field.enum_type(), expected.enum_type()) ||
+        !IsSame(field.message_type(), expected.message_type())) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+RecordType RecordTypeOf(const Descriptor& type) {
+  static const struct {
+    const Descriptor* descriptor;
+    RecordType record_type;
+  } kTypes[] = {
+      {pb::Zorid::descriptor(), RecordType::kZorid},
+      {pb::IntfEntry::descriptor(), RecordType::kIntfEntry},
+      {pb::ShutStateSync::descriptor(), RecordType::kShutStateSync},
+      {pb::BlockStateSync::descriptor(), RecordType::kBlockStateSync},
+      {pb::InformationClient::descriptor(), RecordType::kInformationClient},
+      {pb::LagMemberOperationProto::descriptor(), RecordType::kLagMemberOperation},
+  };
+  for (const auto& [descriptor, record_type] : kTypes) {
+    if (IsSame(&type, descriptor)) return record_type;
+  }
+  return RecordType::kNone;
+}
+
+int CountOf(const Message& message, const FieldDescriptor& field) {
+  if (field.is_repeated()) return message.GetReflection()->FieldSize(message, &field);
+  return message.GetReflection()->HasField(message, &field) ? 1 : 0;
+}
+
+const Message& MessageAt(const Message& message, const FieldDescriptor& field, int index) {
+  if (field.is_repeated()) {
+    return message.GetReflection()->GetRepeatedMessage(message, &field, index);
+  }
+  return message.GetReflection()->GetMessage(message, &field);
+}
+
+std::string ElementPath(const FieldDescriptor& field, int index) {
+  if (!field.is_repeated() || index == kWholeList) return field.name();
+  return field.name() + "[" + std::to_string(index) + "]";
+}
+
+}  // namespace zorl2::check::internal

@@ -1,0 +1,177 @@
+// What a converter does with a message.
+#include "check/check.h"
+#include "check/internal/rules.h"
+#include "check/internal/schema.h"
+
+namespace zorl2::check {
+namespace {
+
+namespace pb = zorl2::protobuf;
+using google::protobuf::Descriptor;
+using google::protobuf::FieldDescriptor;
+using google::protobuf::Message;
+using internal::Fails;
+using internal::kAbsent;
+using internal::kOctets;
+using internal::RecordType;
+
+// The first required field that the message lacks, then the first failure among the messages in it.
+template <typename CheckPart>
+Verdict FirstFailure(const Message& message, const CheckPart& check_part) {
+  const Descriptor& type = *message.GetDescriptor();
+  for (int i = 0; i < type.field_count(); ++i) {
+    const FieldDescriptor& field = *type.field(i);
+    if (field.is_required() && internal::CountOf(message, field) == 0) {
+      return internal::MissingField(message, field);
+    }
+  }
+  for (int i = 0; i < type.field_count(); ++i) {
+    const FieldDescriptor& field = *type.field(i);
+    if (field.cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) continue;
+    const int count = internal::CountOf(message, field);
+    for (int index = 0; index < count; ++index) {
+      Verdict verdict = check_part(internal::MessageAt(message, field, index));
+      if (!Fails(verdict)) continue;
+      verdict.field = internal::ElementPath(field, index) + "." + verdict.field;
+      return verdict;
+    }
+  }
+  return {};
+}
+
+// In the order of Message::FindInitializationErrors().
+Verdict FindMissing(const Message& message) { return FirstFailure(message, FindMissing); }
+
+// The first identifier of a signal that does not have four values.
+struct WrongIdentifier {
+  int index = 0;
+  int values = kOctets;
+
+  void See(int element, int element_values) {
+    if (values == kOctets && element_values != kOctets) *this = {element, element_values};
+  }
+};
+
+// What is left to check of a signal in which nothing is missing.
+Verdict CheckComplete(const char* field, pb::ProtocolType protocol, const WrongIdentifier& wrong) {
+  Verdict verdict =
+      internal::CheckSignalProtocol(field, protocol, pb::ProtocolType_IsValid(protocol), protocol);
+  if (Fails(verdict) || wrong.values == kOctets) return verdict;
+  return internal::WrongSize(Outcome::kEndsProcess,
+                             "intfs[" + std::to_string(wrong.index) + "].zorid", wrong.values);
+}
+
+// Reads each element once: a second pass would cost as much as the first.
+template <typename Signal>
+Verdict CheckSignal(const Signal& signal, const char* field, bool has_protocol,
+                    pb::ProtocolType protocol) {
+  bool complete = has_protocol;
+  WrongIdentifier wrong;
+  const int count = signal.intfs_size();
+  for (int i = 0; i < count && complete; ++i) {
+    const auto& element = signal.intfs(i);
+    complete = element.IsInitialized();
+    wrong.See(i, element.zorid().value_size());
+  }
+  return complete ? CheckComplete(field, protocol, wrong) : FindMissing(signal);
+}
+
+// The same through reflection, for a DynamicMessage. Its enumerations hold listed values only.
+
+const FieldDescriptor& Field(const Message& message, int number) {
+  return *message.GetDescriptor()->FindFieldByNumber(number);
+}
+
+// Of a Zorid, or of one that is absent.
+int ValueCount(const Message& message, int number) {
+  const FieldDescriptor& zorid = Field(message, number);
+  if (internal::CountOf(message, zorid) == 0) return kAbsent;
+  const Message& identifier = internal::MessageAt(message, zorid, 0);
+  return internal::CountOf(identifier, Field(identifier, pb::Zorid::kValueFieldNumber));
+}
+
+Verdict CheckDynamicSignal(const Message& signal) {
+  // The numbers of both signals and of their elements are the same.
+  const FieldDescriptor& protocol = Field(signal, pb::ShutStateSync::kShutProtocolFieldNumber);
+  const FieldDescriptor& intfs = Field(signal, pb::ShutStateSync::kIntfsFieldNumber);
+  WrongIdentifier wrong;
+  for (int i = 0; i < internal::CountOf(signal, intfs); ++i) {
+    wrong.See(
+        i, ValueCount(internal::MessageAt(signal, intfs, i), pb::ShutStateInfo::kZoridFieldNumber));
+  }
+  const int number = signal.GetReflection()->GetEnumValue(signal, &protocol);
+  return CheckComplete(protocol.name().c_str(), static_cast<pb::ProtocolType>(number), wrong);
+}
+
+Verdict CheckDynamic(RecordType type, const Message& message) {
+  Verdict missing = FindMissing(message);
+  if (Fails(missing)) return missing;
+  switch (type) {
+    case RecordType::kZorid:
+      return internal::CheckIdentifier(
+          internal::CountOf(message, Field(message, pb::Zorid::kValueFieldNumber)));
+    case RecordType::kShutStateSync:
+    case RecordType::kBlockStateSync:
+      return CheckDynamicSignal(message);
+    case RecordType::kLagMemberOperation:
+      return internal::CheckOperation(
+          ValueCount(message, pb::LagMemberOperationProto::kLagFieldNumber),
+          ValueCount(message, pb::LagMemberOperationProto::kMemberFieldNumber));
+    default:
+      return {};
+  }
+}
+
+template <typename Generated>
+Verdict CheckAs(RecordType type, const Message& message) {
+  const auto* generated = google::protobuf::DynamicCastToGenerated<Generated>(&message);
+  return generated != nullptr ? Check(*generated) : CheckDynamic(type, message);
+}
+
+Verdict CheckPart(const Message& part) {
+  // Nobody converts the identifier alone.
+  if (internal::RecordTypeOf(*part.GetDescriptor()) == RecordType::kZorid) return {};
+  return Check(part);
+}
+
+}  // namespace
+
+Verdict Check(const pb::IntfEntry& message) {
+  return message.IsInitialized() ? internal::CheckEnumerations(message) : FindMissing(message);
+}
+
+Verdict Check(const pb::ShutStateSync& message) {
+  return CheckSignal(message, "shutProtocol", message.has_shutprotocol(), message.shutprotocol());
+}
+
+Verdict Check(const pb::BlockStateSync& message) {
+  return CheckSignal(message, "blockProtocol", message.has_blockprotocol(),
+                     message.blockprotocol());
+}
+
+Verdict Check(const pb::InformationClient& message) {
+  return message.IsInitialized() ? Verdict{} : FindMissing(message);
+}
+
+Verdict Check(const Message& message) {
+  const RecordType type = internal::RecordTypeOf(*message.GetDescriptor());
+  switch (type) {
+    case RecordType::kZorid:
+      return CheckAs<pb::Zorid>(type, message);
+    case RecordType::kIntfEntry:
+      return CheckAs<pb::IntfEntry>(type, message);
+    case RecordType::kShutStateSync:
+      return CheckAs<pb::ShutStateSync>(type, message);
+    case RecordType::kBlockStateSync:
+      return CheckAs<pb::BlockStateSync>(type, message);
+    case RecordType::kInformationClient:
+      return CheckAs<pb::InformationClient>(type, message);
+    case RecordType::kLagMemberOperation:
+      return CheckAs<pb::LagMemberOperationProto>(type, message);
+    case RecordType::kNone:
+      break;
+  }
+  return FirstFailure(message, CheckPart);
+}
+
+}  // namespace zorl2::check

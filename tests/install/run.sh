@@ -74,6 +74,8 @@ step_components() {
   echo "proved: the components library, development and tools install their files"
 }
 
+step_hardening() { "$SOURCE_DIR/tests/install/hardening.sh" "$prefix"; }
+
 configure_consumer() {
   quiet "$CMAKE" -S "$1" -B "$2" -DCMAKE_BUILD_TYPE="$3" -DCMAKE_PREFIX_PATH="$prefix" \
     -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_C_COMPILER="$CC" \
@@ -199,8 +201,7 @@ step_readme() {
   { printf 'cmake_minimum_required(VERSION 3.22)\nproject(readme CXX)\n'; block cmake; } \
     >"$dir/CMakeLists.txt"
   if [ ! -s "$dir/main.cpp" ] || ! grep -q find_package "$dir/CMakeLists.txt"; then
-    echo "README.md shows no cmake block or no cpp block"
-    exit 77
+    die "README.md shows no cmake block or no cpp block"
   fi
   configure_consumer "$dir" "$dir/build" Release
   quiet "$CMAKE" --build "$dir/build"

@@ -223,6 +223,7 @@ step_examples() {
 
 step_packages() {
   "$SOURCE_DIR/scripts/package"
+  rm -rf "$BUILD_DIR/packages-test"
   "$SOURCE_DIR/packaging/check-packages" "$BUILD_DIR/packages-test"
 }
 

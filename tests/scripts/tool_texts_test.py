@@ -94,7 +94,7 @@ class ToolTexts(unittest.TestCase):
 
     def test_completion_is_a_script(self):
         done = subprocess.run(["bash", "-n", COMPLETION], text=True, stderr=subprocess.PIPE)
-        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertEqual(done.returncode, 0, done.stderr)
 
     def test_completion_offers_commands_options_and_choices(self):
         with open(BASH_COMPLETION, encoding="utf-8"):

@@ -112,6 +112,7 @@ MergedStates Merge(const Message& signal, const FieldDescriptor& intfs) {
   if (ascending == count) return merged;
 
   std::vector<std::pair<std::uint32_t, int>> elements;
+  elements.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     elements.emplace_back(ZoridNumber(InterfaceOf(signal, intfs, i)), i);
   }

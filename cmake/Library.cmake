@@ -10,6 +10,7 @@ set(ZORL2_CONVERT_HEADERS
     convert/intf_entry_converter.h convert/intf_state_converter.h convert/lag_member_converter.h
     convert/zorid_converter.h)
 set(ZORL2_C_API_HEADERS c_api/intf_entry.h)
+set(ZORL2_CHECK_HEADERS check/check.h)
 set(ZORL2_SOURCES
     native/intf_entry.cpp native/intf_entry_builder.cpp
     convert/enum_serialization.cpp convert/info_client_config_converter.cpp

@@ -28,7 +28,7 @@ extern template class ZORL2_EXPORT
 //
 // An identifier without exactly four values ENDS THE PROCESS: pvex_print_backtrace(),
 // pvex_gen_fault(1, "Convert", "convert/intf_state_converter.cpp", line, ""), exit(1). A caller
-// that must survive a malformed identifier checks value_size() of every element first.
+// that must survive a malformed identifier calls zorl2::check::Check() first.
 class ZORL2_EXPORT ShutStateConverter final
     : public Converter<zorl2::protobuf::ShutStateSync, ShutStateInfoSyncSignal> {
  public:

@@ -66,6 +66,7 @@ step_components() {
     die "the components together are not the whole"
   local file
   for file in "$so" "$LIBDIR/libzorl2_host.a" "$LIBDIR/pkgconfig/zorl2_serialize.pc" \
+    "$LIBDIR/libzorl2_check.a" include/zorl2_serialize/check/check.h \
     "$LIBDIR/cmake/zorl2_serialize/zorl2_serializeConfig.cmake" \
     share/zorl2_serialize/zorl2.desc share/zorl2_serialize/proto/interface_entry.proto \
     include/zorl2_serialize/convert/intf_entry_converter.h \
@@ -75,6 +76,7 @@ step_components() {
   done
   # Every public header, and none of the library's own.
   [ ! -e "$prefix/include/zorl2_serialize/convert/zorid_mapping.h" ] || die "a private header"
+  [ ! -e "$prefix/include/zorl2_serialize/check/internal" ] || die "private headers of the checks"
   echo "proved: the components library, development and tools make up the whole"
 }
 
@@ -129,7 +131,7 @@ step_pkg_config() {
   local in=$SOURCE_DIR/tests/install/consumer out=$work/pkg-config flags
   rm -rf "$out"
   mkdir -p "$out"
-  pkg-config --validate zorl2_serialize zorl2_host
+  pkg-config --validate zorl2_serialize zorl2_host zorl2_check
   [ "$(pkg-config --modversion zorl2_serialize)" = "$VERSION" ] || die "the module's version"
   [ -f "$(pkg-config --variable=descriptor_set zorl2_serialize)" ] || die "the descriptor set"
   read -ra flags <<<"$(pkg-config --cflags --libs zorl2_serialize zorl2_host)"
@@ -145,6 +147,10 @@ step_pkg_config() {
   "$out/now"
   readelf -d "$out/now" | grep -q NOW || die "-z now was lost"
   "$out/list"
+
+  read -ra flags <<<"$(pkg-config --cflags --libs zorl2_check zorl2_host)"
+  $CXX -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/check" "$in/check.cpp" "${flags[@]}"
+  "$out/check"
 
   # The plugins want the library, their process the host functions.
   local library host
@@ -168,7 +174,7 @@ step_headers() {
     echo "#include \"$header\"" | "$CXX" -std=c++17 -Wall -Wextra -Wconversion -Wshadow \
       -Wold-style-cast -Werror "${flags[@]}" -fsyntax-only -x c++ - || die "$header on its own"
     count=$((count + 1))
-  done < <(cd "$prefix/include/zorl2_serialize" && ls native/*.h convert/*.h c_api/*.h)
+  done < <(cd "$prefix/include/zorl2_serialize" && ls native/*.h convert/*.h c_api/*.h check/*.h)
   for header in c_api/intf_entry.h native/pvex_fault.h; do
     echo "#include \"$header\"" | "$CC" -std=c99 -pedantic -Wall -Wextra -Werror "${flags[@]}" \
       -fsyntax-only -x c - || die "$header as C99"

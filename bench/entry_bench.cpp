@@ -1,4 +1,4 @@
-// Interface entries: one alone, and a batch larger than the caches.
+// Interface entries: one alone, from bytes, and a batch larger than the caches.
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -16,7 +16,7 @@ namespace {
 
 pb::IntfEntry Message(std::uint32_t number) {
   pb::IntfEntry message;
-  SetByHand(Entry(number), message);
+  IntfEntryConverter().Convert(Entry(number), message);
   return message;
 }
 
@@ -30,32 +30,25 @@ void ToMessage(const std::string& name) {
       Keep(message);
     };
   });
-  MeasureWithThreads(name + "/copy", [] {
+  Measure(name + "/copy", [] {
     return [source = Message(1), into = std::make_unique<Destination<pb::IntfEntry>>()] {
       pb::IntfEntry& message = into->Next();
       message.CopyFrom(source);
       Keep(message);
     };
   });
-  Measure(name + "/setters", [] {
-    return [entry = Entry(1), into = std::make_unique<Destination<pb::IntfEntry>>()] {
-      pb::IntfEntry& message = into->Next();
-      SetByHand(entry, message);
-      Keep(message);
-    };
-  });
 }
 
 void ToNative() {
-  MeasureWithThreads("entry/to_native/reused/convert", [] {
+  MeasureWithThreads("entry/to_native/used/convert", [] {
     return [converter = IntfEntryConverter(), message = Message(1), entry = IntfEntry()]() mutable {
       converter.Convert(message, entry);
       Keep(entry);
     };
   });
-  MeasureWithThreads("entry/to_native/reused/getters", [] {
-    return [message = Message(1), entry = PlainEntry()]() mutable {
-      GetByHand(message, entry);
+  Measure("entry/to_native/used/assign", [] {
+    return [source = Entry(1), entry = IntfEntry()]() mutable {
+      entry = source;
       Keep(entry);
     };
   });
@@ -66,17 +59,31 @@ void ToNative() {
       Keep(entry);
     };
   });
-  MeasureWithThreads("entry/to_native/fresh/getters", [] {
+  Measure("entry/to_native/fresh/getters", [] {
     return [message = Message(1)] {
       PlainEntry entry;
       GetByHand(message, entry);
       Keep(entry);
     };
   });
+  Measure("entry/from_bytes/used/convert", [] {
+    return [bytes = Message(1).SerializeAsString(), message = pb::IntfEntry(),
+            converter = IntfEntryConverter(), entry = IntfEntry()]() mutable {
+      message.ParseFromString(bytes);
+      converter.Convert(message, entry);
+      Keep(entry);
+    };
+  });
+  Measure("entry/from_bytes/used/parse", [] {
+    return [bytes = Message(1).SerializeAsString(), message = pb::IntfEntry()]() mutable {
+      message.ParseFromString(bytes);
+      Keep(message);
+    };
+  });
 }
 
 // One pass over 1,000 different entries, each with a destination of its own.
-constexpr std::uint32_t kBatch = 1000;
+constexpr std::uint32_t kBatch = 10000;
 
 template <typename Source, typename Destination, typename Make, typename Step>
 auto Batch(Make make, Step step) {
@@ -97,24 +104,20 @@ void Batches() {
           converter.Convert(from, to);
         });
   });
-  MeasureWithThreads("batch/to_message/reused/copy", [] {
+  Measure("batch/to_message/reused/copy", [] {
     return Batch<pb::IntfEntry, pb::IntfEntry>(
         Message, [](const pb::IntfEntry& from, pb::IntfEntry& to) { to.CopyFrom(from); });
   });
-  Measure("batch/to_message/reused/setters", [] {
-    return Batch<IntfEntry, pb::IntfEntry>(
-        Entry, [](const IntfEntry& from, pb::IntfEntry& to) { SetByHand(from, to); });
-  });
-  MeasureWithThreads("batch/to_native/reused/convert", [] {
+  MeasureWithThreads("batch/to_native/used/convert", [] {
     return Batch<pb::IntfEntry, IntfEntry>(
         Message,
         [converter = IntfEntryConverter()](const pb::IntfEntry& from, IntfEntry& to) mutable {
           converter.Convert(from, to);
         });
   });
-  MeasureWithThreads("batch/to_native/reused/getters", [] {
-    return Batch<pb::IntfEntry, PlainEntry>(
-        Message, [](const pb::IntfEntry& from, PlainEntry& to) { GetByHand(from, to); });
+  Measure("batch/to_native/used/assign", [] {
+    return Batch<IntfEntry, IntfEntry>(Entry,
+                                       [](const IntfEntry& from, IntfEntry& to) { to = from; });
   });
 }
 
@@ -125,7 +128,6 @@ void RegisterEntryCases() {
   ToMessage<Fresh>("entry/to_message/fresh");
   ToMessage<OnArena>("entry/to_message/arena");
   ToNative();
-  MeasureRuntime<pb::IntfEntry>("entry", [] { return Message(1); });
   Batches();
 }
 

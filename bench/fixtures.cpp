@@ -55,7 +55,7 @@ IntfEntry Entry(std::uint32_t number) {
       .addBlockInfo({ERPS, BLOCK_STATE_FORWARD})
       .addBlockInfo({CFM, BLOCK_STATE_BLOCK})
       .setInterfaceCategory(L2_SUB_IF);
-  return std::move(builder).Release();
+  return builder.Build();
 }
 
 ZORL2InfoClientConfig Registration(std::uint32_t number) {

@@ -1,5 +1,5 @@
 // The benchmark program. Names are <record>/<direction>/<destination>/<what>, where <what> is
-// `convert` for the library and otherwise the floor beside it.
+// `convert` for the library and otherwise what it is compared with.
 #include <benchmark/benchmark.h>
 
 #include <future>
@@ -14,8 +14,8 @@ int main(int argc, char** argv) {
   zorl2_bench::RegisterCheckCases();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  // A manager has threads. In a process that never had a second one the C library's heap takes no
-  // lock, and one thread would be compared with two that have to.
+  // In a process that never had a second thread the C library's heap takes no lock, and one thread
+  // would be compared with two that take it.
   std::promise<void> measured;
   std::thread idle([done = measured.get_future()] { done.wait(); });
   benchmark::RunSpecifiedBenchmarks();

@@ -21,7 +21,7 @@ benchmark::internal::Benchmark* Measure(const std::string& name, Make make) {
   return benchmark::RegisterBenchmark(name.c_str(), [make](benchmark::State& state) {
     auto operation = make();
     operation();  // What is reused has its storage from here on.
-    // Counted beside the measurement, which is left undisturbed.
+    // Counted outside the measurement, which is left undisturbed.
     constexpr int kCounted = 2;
     const std::uint64_t before = AllocationsOfThisThread();
     for (int i = 0; i < kCounted; ++i) operation();
@@ -32,8 +32,7 @@ benchmark::internal::Benchmark* Measure(const std::string& name, Make make) {
   });
 }
 
-// A conversion and the floor that it is judged by are measured with one and with two threads: what
-// the machine takes from the second thread, it takes from both.
+// A conversion is measured with one and with two threads.
 template <typename Make>
 void MeasureWithThreads(const std::string& name, Make make) {
   Measure(name, make)->Threads(1)->Threads(2);
@@ -86,22 +85,5 @@ class OnArena {
   std::vector<char> block_;
   google::protobuf::Arena arena_;
 };
-
-// The runtime's own parse and serialise of the same message, for scale.
-template <typename Message, typename Make>
-void MeasureRuntime(const std::string& name, Make make) {
-  Measure(name + "/runtime/parse", [make] {
-    return [bytes = make().SerializeAsString(), message = Message()]() mutable {
-      message.ParseFromString(bytes);
-      Keep(message);
-    };
-  });
-  Measure(name + "/runtime/serialise", [make] {
-    return [message = make(), bytes = std::string()]() mutable {
-      message.SerializeToString(&bytes);
-      Keep(bytes);
-    };
-  });
-}
 
 }  // namespace zorl2_bench

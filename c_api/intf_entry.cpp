@@ -7,8 +7,7 @@
 static_assert(sizeof(intf_entry_t) == 104 && sizeof(intf_entry_list_t) == 16,
               "C callers share these layouts");
 
-// Not tested for null on purpose: a switch without 128 octets left cannot go on, and the fault
-// right here says more than a null pointer in some caller.
+// Not tested for null on purpose: an allocation failure is an invalid memory access right here.
 static char* NewBuffer(std::size_t size) {
   char* buffer = new (std::nothrow) char[size];
   std::memset(buffer, 0, size);
@@ -50,8 +49,7 @@ intf_entry_list_t* init_intf_entry_list(std::size_t count) noexcept {
     list = new intf_entry_list_t;
     list->entries = nullptr;
     list->count = static_cast<std::uint32_t>(count);
-    // Not zeroed on purpose: the manager fills every record of a list, and a list of thousands
-    // would be written twice.
+    // Not zeroed on purpose: callers fill every record of a list.
     list->entries = new intf_entry_t[count];
   } catch (const std::bad_alloc&) {
     // Also what a count too large for any array raises.

@@ -1,23 +1,17 @@
 # The library itself.
-set(ZORL2_NATIVE_HEADERS
-    native/export.h native/info_client_config.h native/intf_entry.h native/intf_entry_builder.h
-    native/intf_state_signals.h native/l2_enums.h native/lag_member_operation.h
-    native/pvex_fault.h native/zorid.h)
-# The headers in convert/ that are missing here are the library's own.
-set(ZORL2_CONVERT_HEADERS
-    convert/converter.h convert/enum_serialization.h convert/info_client_config_converter.h
-    convert/intf_entry_convert_helper_protobuf.h convert/intf_entry_convert_helper_zor.h
-    convert/intf_entry_converter.h convert/intf_state_converter.h convert/lag_member_converter.h
-    convert/zorid_converter.h)
-set(ZORL2_C_API_HEADERS c_api/intf_entry.h)
-set(ZORL2_CHECK_HEADERS check/check.h)
-set(ZORL2_SOURCES
-    native/intf_entry.cpp native/intf_entry_builder.cpp
-    convert/enum_serialization.cpp convert/info_client_config_converter.cpp
-    convert/intf_entry_convert_helper_protobuf.cpp convert/intf_entry_convert_helper_zor.cpp
-    convert/intf_entry_converter.cpp
-    convert/intf_state_converter.cpp convert/lag_member_converter.cpp convert/zorid_converter.cpp
-    c_api/intf_entry.cpp)
+# The folders decide what it consists of: every header in native/, convert/ and c_api/ is public and
+# installed, those in convert/internal/ are not.
+foreach(folder IN ITEMS native convert c_api)
+  string(TOUPPER ${folder} upper)
+  file(GLOB ZORL2_${upper}_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
+       ${PROJECT_SOURCE_DIR}/${folder}/*.h)
+  file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
+       ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  list(APPEND ZORL2_SOURCES ${sources})
+endforeach()
+
+file(GLOB ZORL2_CHECK_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
+     ${PROJECT_SOURCE_DIR}/check/*.h)
 
 # How every object of the library is compiled.
 add_library(zorl2_object_options INTERFACE)
@@ -31,11 +25,8 @@ target_compile_options(zorl2_object_options INTERFACE
   # Paths in assertions and fault reports are relative to the root of the sources.
   -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=
   -fvisibility=hidden -fvisibility-inlines-hidden -fno-semantic-interposition -fno-plt
-  # One end for the loop that searches a map instead of two: fewer jumps per level.
-  $<$<CXX_COMPILER_ID:GNU>:-fno-split-paths>
   -ffunction-sections -fdata-sections
-  # Overrun buffers end the process instead of going on. No immediate binding at the link below:
-  # the host's functions may be resolved as late as their first call.
+  # An overrun buffer terminates the process.
   -fstack-protector-strong
   $<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
 
@@ -48,36 +39,15 @@ set_target_properties(zorl2_generated PROPERTIES POSITION_INDEPENDENT_CODE ON UN
 add_library(zorl2_own OBJECT ${ZORL2_SOURCES})
 target_link_libraries(zorl2_own PRIVATE zorl2_object_options)
 target_sources(zorl2_own PRIVATE ${ZORL2_GENERATED_HEADERS})
-target_compile_definitions(zorl2_own PRIVATE ZORL2_NO_SPEED_TABLE)
-set_target_properties(zorl2_own PROPERTIES POSITION_INDEPENDENT_CODE ON)
+# One translation unit in every build type: functions are inlined across files.
+set_target_properties(zorl2_own PROPERTIES
+  POSITION_INDEPENDENT_CODE ON UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
 zorl2_warnings(zorl2_own)
 zorl2_covered(zorl2_own)
-if(ZORL2_COVERAGE)
-  # One copy of every template, or the copies that the linker drops count as never run.
-  set_target_properties(zorl2_own PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
-elseif(CMAKE_BUILD_TYPE STREQUAL Release)
-  # Tested and analysed as it is installed, source by source, however the rest is built.
-  set_target_properties(zorl2_own PROPERTIES UNITY_BUILD OFF)
-endif()
-# The C functions promise an invalid memory access when memory runs out; the optimiser must not
-# reason from it that memory never does.
+# The C functions promise an invalid memory access after an allocation failure. The optimiser must
+# not conclude from that access that allocations never fail.
 set_source_files_properties(c_api/intf_entry.cpp TARGET_DIRECTORY zorl2_own PROPERTIES
   COMPILE_OPTIONS "-fno-delete-null-pointer-checks")
-if(CMAKE_BUILD_TYPE STREQUAL Release AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-  # The compiler sees short functions together with their callers: the record's getters and the
-  # builder's steps, the check of each protocol that is set, and the initialisation test of messages
-  # without a required field, which is always true. Generated classes beyond these are left out:
-  # CopyFrom of an entry would take half as long again.
-  set_source_files_properties(
-    native/intf_entry.cpp native/intf_entry_builder.cpp convert/intf_entry_converter.cpp
-    convert/info_client_config_converter.cpp convert/lag_member_converter.cpp
-    convert/zorid_converter.cpp
-    TARGET_DIRECTORY zorl2_own PROPERTIES COMPILE_OPTIONS -flto)
-  set_source_files_properties(
-    ${ZORL2_GENERATED_DIR}/information_client.pb.cc ${ZORL2_GENERATED_DIR}/lag.pb.cc
-    ${ZORL2_GENERATED_DIR}/zorid.pb.cc
-    TARGET_DIRECTORY zorl2_generated PROPERTIES COMPILE_OPTIONS -flto)
-endif()
 
 add_library(zorl2_serialize SHARED $<TARGET_OBJECTS:zorl2_own> $<TARGET_OBJECTS:zorl2_generated>)
 add_library(zorl2::serialize ALIAS zorl2_serialize)
@@ -97,8 +67,9 @@ target_include_directories(zorl2_serialize SYSTEM PUBLIC
   $<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${installed_generated_dir}>)
 target_link_libraries(zorl2_serialize PUBLIC protobuf::libprotobuf)
 add_dependencies(zorl2_serialize zorl2_own)
+# All symbols are bound at load, so the host functions must be defined by then.
 target_link_options(zorl2_serialize PRIVATE
   # The runtime cannot unregister descriptors: once loaded, the library stays.
   LINKER:-z,nodelete
-  LINKER:-Bsymbolic-functions LINKER:--gc-sections LINKER:-z,relro LINKER:--as-needed
+  LINKER:-Bsymbolic-functions LINKER:--gc-sections LINKER:-z,relro LINKER:-z,now LINKER:--as-needed
   LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)

@@ -8,17 +8,18 @@
 // any number of threads at once, as long as each message and each record is used by one thread at
 // a time.
 //
-// A conversion hides no exception. std::bad_alloc can leave any of them; what else can, and what
-// the destination holds then, stands at each converter.
+// A conversion hides no exception. std::bad_alloc can leave any conversion that allocates. Each
+// converter documents the others, and what the destination holds after each.
 template <typename Proto, typename Native>
 class ZORL2_EXPORT Converter {
  public:
   virtual ~Converter() = default;
 
-  // Message to native. False when the message lacks a required field, and the record is then
-  // exactly as it was; each converter adds its own refusals.
+  // Message to native. Returns false if the message lacks a required field; the record then remains
+  // unchanged. Each converter documents what else it rejects. Presence decides what is read, so the
+  // content of an absent submessage does not matter.
   virtual bool Convert(const Proto& message, Native& native) = 0;
 
-  // Native to message. Clears the message first: nothing that it held survives, whatever follows.
+  // Native to message. Clears the message first, whatever follows.
   virtual bool Convert(const Native& native, Proto& message) = 0;
 };

@@ -1,6 +1,6 @@
 #include "convert/enum_serialization.h"
 
-#include "convert/enum_mapping.h"
+#include "convert/internal/protocol_mapping.h"
 
 namespace pb = zorl2::protobuf;
 

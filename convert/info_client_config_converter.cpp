@@ -1,7 +1,7 @@
 #include "convert/info_client_config_converter.h"
 
-#include "convert/enum_mapping.h"
-#include "convert/nested_message.h"
+#include "convert/internal/nested_message.h"
+#include "convert/internal/protocol_mapping.h"
 
 namespace pb = zorl2::protobuf;
 
@@ -14,7 +14,7 @@ bool ZORL2InfoClientConfigConverter::Convert(const pb::InformationClient& messag
   if (!message.IsInitialized()) return false;
   config.clientAddress = message.clientaddress();
   config.protocolType = zorl2_mapping::ToNative(message.protocoltype());
-  // Added to what the set holds, on purpose: a client widens its registration with a second one.
+  // Added on purpose: the set keeps what it holds.
   const pb::IntfCategory& flags = message.intfcategory();
   if (flags.l1()) config.interfaceCategories.insert(L1);
   if (flags.l2()) config.interfaceCategories.insert(L2);

@@ -16,7 +16,8 @@ class ZORL2_EXPORT ZORL2InfoClientConfigConverter final
  public:
   ~ZORL2InfoClientConfigConverter() override;
 
-  // False when a field or one of the five category flags is missing; the record is then as it was.
+  // Returns false if a field or one of the five category flags is missing; the record then remains
+  // unchanged.
   // Otherwise address, protocol and token are overwritten, and the categories whose flag is true
   // are added to the set: what it held stays. A caller that wants the set to mirror the message
   // passes an empty one. Throws nothing but std::bad_alloc, which leaves what was written before

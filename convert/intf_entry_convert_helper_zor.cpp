@@ -1,7 +1,7 @@
 #include "convert/intf_entry_convert_helper_zor.h"
 
-#include "convert/intf_entry_enum_tables.h"
-#include "convert/intf_entry_mapping.h"
+#include "convert/internal/enum_tables.h"
+#include "convert/internal/intf_entry_mapping.h"
 
 namespace pb = zorl2::protobuf;
 

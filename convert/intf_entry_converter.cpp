@@ -1,10 +1,14 @@
 #include "convert/intf_entry_converter.h"
 
-#include "convert/enum_mapping.h"
-#include "convert/intf_entry_enum_tables.h"
-#include "convert/intf_entry_mapping.h"
-#include "convert/zorid_mapping.h"
-#include "native/intf_entry_builder.h"
+#include <cstddef>
+#include <list>
+#include <string>
+
+#include "convert/internal/enum_tables.h"
+#include "convert/internal/intf_entry_mapping.h"
+#include "convert/internal/nested_message.h"
+#include "convert/internal/protocol_mapping.h"
+#include "convert/internal/zorid_mapping.h"
 
 namespace pb = zorl2::protobuf;
 
@@ -14,40 +18,68 @@ using zorl2_mapping::ToNative;
 
 template class Converter<pb::IntfEntry, IntfEntry>;
 
+namespace {
+
+// The nodes that `list` needs in addition to hold `count` elements.
+template <typename T>
+std::list<T> MissingNodes(const std::list<T>& list, int count) {
+  const auto wanted = static_cast<std::size_t>(count);
+  return std::list<T>(wanted > list.size() ? wanted - list.size() : 0);
+}
+
+// Overwrites `list` with the elements of a repeated field. `missing` is what MissingNodes()
+// returned, so nothing is allocated.
+template <typename T, typename Repeated, typename Translate>
+void Overwrite(std::list<T>& list, std::list<T>& missing, const Repeated& elements,
+               Translate translate) {
+  list.splice(list.end(), missing);
+  auto at = list.begin();
+  for (const auto& element : elements) *at++ = translate(element);
+  list.erase(at, list.end());
+}
+
+}  // namespace
+
 IntfEntryConverter::~IntfEntryConverter() = default;
 
 bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry) {
-  // Covers every nested message, so the parts below need no test of their own.
+  // Covers every nested message, so none of them is tested again.
   if (!message.IsInitialized()) return false;
-  IntfEntryBuilder builder;
 
-  // A malformed identifier becomes all zero and the entry goes on: one bad identifier must not
-  // cost the receiver everything else that the entry says. An absent parent reads as one without
-  // values and becomes all zero too.
-  zorid_t id;
-  ToNative(message.zorid(), id);
-  builder.addZorId(id);
-  zorid_t parent;
-  ToNative(message.parent(), parent);
-  builder.addParent(parent);
+  // Prepare: whatever can fail is done before the first write to the record.
+  IntfEntry::StatusInfo statusInfo;
+  ToNative(message.statusinfo(), statusInfo);
+  IntfEntry::PhysicalInfo physicalInfo;
+  ToNative(message.physicalinfo(), physicalInfo);
+  IntfEntry::TypeInfo typeInfo;
+  ToNative(message.typeinfo(), typeInfo);
+  const InterfaceCategory category = InterfaceCategoryTable::ToNative(message.intfcategory());
 
-  ToNative(message.generalinfo(), builder.generalInfo());
-  ToNative(message.statusinfo(), builder.statusInfo());
-  ToNative(message.physicalinfo(), builder.physicalInfo());
-  ToNative(message.typeinfo(), builder.typeInfo());
+  const pb::GeneralInfo& general = message.generalinfo();
+  entry.generalInfo.intf_name.reserve(general.intf_name().size());
+  entry.generalInfo.phy_addr.reserve(general.phy_addr().size());
+  entry.generalInfo.redundancy_group_phy_addr.reserve(general.redundancy_group_phy_addr().size());
+  auto shutdownNodes = MissingNodes(entry.shutdownProtos, message.shutdownprotos_size());
+  auto blockNodes = MissingNodes(entry.blockInfo, message.blockinfo_size());
 
-  for (int i = 0; i < message.shutdownprotos_size(); ++i) {
-    builder.addShutdownProto(ToNative(message.shutdownprotos(i)));
-  }
-  for (const pb::BlockInfo& element : message.blockinfo()) {
+  // Commit: nothing from here on can fail.
+  // A malformed identifier becomes all zero on purpose, and the rest of the entry is converted.
+  ToNative(message.zorid(), entry.id);
+  entry.parent = zorid_t{};
+  if (message.has_parent()) ToNative(message.parent(), entry.parent);
+  entry.generalInfo.bridge_port_number = 0;  // The value if the message has none.
+  ToNative(general, entry.generalInfo);
+  entry.statusInfo = statusInfo;
+  entry.physicalInfo = physicalInfo;
+  entry.typeInfo = typeInfo;
+  entry.interfaceCategory = category;
+  Overwrite(entry.shutdownProtos, shutdownNodes, message.shutdownprotos(),
+            [](int protocol) { return ToNative(static_cast<pb::ProtocolType>(protocol)); });
+  Overwrite(entry.blockInfo, blockNodes, message.blockinfo(), [](const pb::BlockInfo& element) {
     IntfEntry::BlockInfo blockInfo;
     ToNative(element, blockInfo);
-    builder.addBlockInfo(blockInfo);
-  }
-
-  builder.setInterfaceCategory(InterfaceCategoryTable::ToNative(message.intfcategory()));
-
-  entry = builder.Release();
+    return blockInfo;
+  });
   return true;
 }
 
@@ -64,11 +96,9 @@ bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message)
   for (const ProtocolType protocol : entry.getShutdownProtos()) {
     message.add_shutdownprotos(ToMessage(protocol));
   }
-  auto& blockInfos = *message.mutable_blockinfo();
-  const int blocks = static_cast<int>(entry.getBlockInfo().size());
-  if (blockInfos.Capacity() < blocks) blockInfos.Reserve(blocks);
+  message.mutable_blockinfo()->Reserve(static_cast<int>(entry.getBlockInfo().size()));
   for (const IntfEntry::BlockInfo& blockInfo : entry.getBlockInfo()) {
-    ToMessage(blockInfo, *blockInfos.Add());
+    ToMessage(blockInfo, *message.add_blockinfo());
   }
 
   message.set_intfcategory(InterfaceCategoryTable::ToMessage(entry.getInterfaceCategory()));

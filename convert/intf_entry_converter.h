@@ -14,12 +14,15 @@ class ZORL2_EXPORT IntfEntryConverter final
  public:
   ~IntfEntryConverter() override;
 
-  // False when the message or anything in it lacks a required field. The record is replaced as a
-  // whole, in one move at the very end: after false and after any exception it is exactly as it
-  // was.
+  // Returns false if the message or a message in it lacks a required field. Replaces the whole
+  // record, in place: after false and after any exception the record remains unchanged.
+  //
+  // A record keeps the capacity of its strings and reuses its list nodes, as messages do: nothing is
+  // allocated where a used record has room. After std::bad_alloc that capacity may have grown, which
+  // invalidates pointers into the strings.
   //
   // Lenient on purpose: an identifier without exactly four values becomes all zero and the
-  // conversion goes on, an absent parent or bridge port number becomes zero, an unknown protocol
+  // conversion continues, an absent parent or bridge port number becomes zero, an unlisted protocol
   // becomes PROTOCOL_UNKNOWN, and a bridge port number keeps its low 16 bits.
   //
   // Throws boost::wrapexcept<std::out_of_range> ("bimap<>: invalid key") for an unlisted status,

@@ -1,13 +1,12 @@
 #include "convert/zorid_converter.h"
 
-#include "convert/zorid_mapping.h"
+#include "convert/internal/zorid_mapping.h"
 
 template class Converter<zorl2::protobuf::Zorid, zorid_t>;
 
 ZORIDConverter::~ZORIDConverter() = default;
 
 bool ZORIDConverter::Convert(const zorl2::protobuf::Zorid& message, zorid_t& id) {
-  // Always true for a message without required fields; tested as in every converter.
   if (!message.IsInitialized()) return false;
   return zorl2_mapping::ToNative(message, id);
 }

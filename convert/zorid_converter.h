@@ -15,9 +15,9 @@ class ZORL2_EXPORT ZORIDConverter final : public Converter<zorl2::protobuf::Zori
 
   // False unless the message holds exactly four values; the identifier is then all zero, not what
   // it was. Of each value the low 8 bits are taken, without a check. Never throws.
-  ZORL2_NO_LINKAGE_JUMP bool Convert(const zorl2::protobuf::Zorid& message, zorid_t& id) override;
+  bool Convert(const zorl2::protobuf::Zorid& message, zorid_t& id) override;
 
   // The message then holds exactly four values, each below 256. Always true. Throws nothing but
   // std::bad_alloc, which leaves the message cleared.
-  ZORL2_NO_LINKAGE_JUMP bool Convert(const zorid_t& id, zorl2::protobuf::Zorid& message) override;
+  bool Convert(const zorid_t& id, zorl2::protobuf::Zorid& message) override;
 };

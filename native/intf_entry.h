@@ -11,15 +11,17 @@
 #include "native/zorid.h"
 
 class IntfEntryBuilder;
+class IntfEntryConverter;
 
-// Read through the getters, written by IntfEntryBuilder alone. Owns its strings and list nodes;
-// copy and move are member by member, a moved-from entry has empty strings and lists and keeps its
-// numbers. A default-constructed entry is empty and zero throughout.
+// Callers read an entry through its getters and write it with IntfEntryBuilder; IntfEntryConverter
+// updates it in place. An entry owns its strings and list nodes; copy and move are member by
+// member, a moved-from entry has empty strings and lists and keeps its numbers. A
+// default-constructed entry is empty and zero throughout.
 //
-// The members stand in an order that the manager shares with this library: neither the order nor
-// a width may change. The enumerations are numbered as on the wire.
+// The manager shares the layout with this library: neither the order nor the width of a member may
+// change. The enumerations are numbered as on the wire.
 //
-// Any number of threads may read an entry that nobody assigns to.
+// Any number of threads may read an entry that nobody assigns to or converts into.
 class ZORL2_EXPORT IntfEntry {
  public:
   // Whether the interface is meant to run.
@@ -91,13 +93,13 @@ class ZORL2_EXPORT IntfEntry {
     std::uint16_t bridge_port_number = 0;   // Zero also when a message had none.
   };
 
-  // Status and speed. The operational speed is copied as it stands, never scaled and never
-  // compared with the speed table; the manager keeps it in kbit/s.
+  // Status and speed. To this library the operational speed is an opaque number: it is copied,
+  // never scaled and never compared with the speed table.
   struct StatusInfo {
     AdminStatus adminStatus = IF_ADMIN_UP;     // What the configuration asks for.
     OperationalStatus operationalStatus = UP;  // What holds.
     LinkStatus linkStatus = LINK_UP;           // The state of the link.
-    std::uint32_t operationalSpeed = 0;        // An opaque number to this library.
+    std::uint32_t operationalSpeed = 0;        // Opaque.
     bool extraShutdown = false;                // An additional shutdown is in force.
     bool extraBlocking = false;                // An additional blocking is in force.
     bool configShutdown = false;               // Shut down by configuration.
@@ -133,8 +135,8 @@ class ZORL2_EXPORT IntfEntry {
     BlockState state = BLOCK_STATE_FORWARD;  // What is imposed.
   };
 
-  // The getters copy nothing and never throw. A reference stays valid until the entry is assigned
-  // to or destroyed.
+  // The getters copy nothing and never throw. A reference stays valid until the entry is destroyed;
+  // what it refers to changes when the entry is assigned to or converted into.
 
   // The interface's own identifier.
   const zorid_t& getId() const;
@@ -157,6 +159,7 @@ class ZORL2_EXPORT IntfEntry {
 
  private:
   friend class IntfEntryBuilder;
+  friend class IntfEntryConverter;
 
   zorid_t id;
   zorid_t parent;
@@ -170,10 +173,8 @@ class ZORL2_EXPORT IntfEntry {
 };
 
 // The rate of each speed class in kbit/s. The last rate is 10,000,000,000 reduced modulo 2^32: ten
-// terabits do not fit the table's 32 bits, and the manager relies on the wrapped number, so it is
-// kept as it is. Every source that includes this header has its own copy, built at load; the
-// library's sources, which never read it, leave it out.
-#ifndef ZORL2_NO_SPEED_TABLE
+// terabits do not fit the table's 32 bits, and the wrapped number is kept. Every source that
+// includes this header has its own copy, built at load. The library itself never reads it.
 const std::map<IntfEntry::EthernetSpeed, unsigned int> speedKbpsTable = {
     {IntfEntry::SPEED_UNKNOWN, 0},        {IntfEntry::SPEED_100_KBS, 100},
     {IntfEntry::SPEED_1_MBS, 1000},       {IntfEntry::SPEED_10_MBS, 10000},
@@ -182,4 +183,3 @@ const std::map<IntfEntry::EthernetSpeed, unsigned int> speedKbpsTable = {
     {IntfEntry::SPEED_40_GBS, 40000000},  {IntfEntry::SPEED_100_GBS, 100000000},
     {IntfEntry::SPEED_1_TBS, 1000000000}, {IntfEntry::SPEED_10_TBS, 1410065408},
 };
-#endif

@@ -19,11 +19,6 @@ IntfEntryBuilder& IntfEntryBuilder::addGeneralInfo(const IntfEntry::GeneralInfo&
   return *this;
 }
 
-IntfEntryBuilder& IntfEntryBuilder::addGeneralInfo(IntfEntry::GeneralInfo&& generalInfo) {
-  entry.generalInfo = std::move(generalInfo);
-  return *this;
-}
-
 IntfEntryBuilder& IntfEntryBuilder::addStatusInfo(const IntfEntry::StatusInfo& statusInfo) {
   entry.statusInfo = statusInfo;
   return *this;
@@ -55,5 +50,3 @@ IntfEntryBuilder& IntfEntryBuilder::setInterfaceCategory(InterfaceCategory categ
 }
 
 IntfEntry IntfEntryBuilder::Build() { return entry; }
-
-IntfEntry&& IntfEntryBuilder::Release() { return std::move(entry); }

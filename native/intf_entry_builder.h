@@ -19,8 +19,7 @@ class ZORL2_EXPORT IntfEntryBuilder {
   // Starts from an entry whose strings and list nodes are taken over without a copy. The argument
   // is left with empty strings and lists and keeps its identifiers, numbers and flags. Never
   // throws.
-  // Not explicit: the manager's code initialises builders from finished entries with an equals
-  // sign.
+  // Implicit, so that a builder can be initialised from an entry with an equals sign.
   IntfEntryBuilder(IntfEntry&& start);  // NOLINT(google-explicit-constructor)
 
   // Replaces the interface's own identifier.
@@ -29,8 +28,6 @@ class ZORL2_EXPORT IntfEntryBuilder {
   IntfEntryBuilder& addParent(const zorid_t& parent);
   // Replaces all five members. When memory runs out, the strings assigned before stay assigned.
   IntfEntryBuilder& addGeneralInfo(const IntfEntry::GeneralInfo& generalInfo);
-  // The same, taking the strings over instead of copying them. Never throws.
-  IntfEntryBuilder& addGeneralInfo(IntfEntry::GeneralInfo&& generalInfo);
   // Replaces all seven members.
   IntfEntryBuilder& addStatusInfo(const IntfEntry::StatusInfo& statusInfo);
   // Replaces all three members.
@@ -45,27 +42,9 @@ class ZORL2_EXPORT IntfEntryBuilder {
   // Replaces the category.
   IntfEntryBuilder& setInterfaceCategory(InterfaceCategory category);
 
-  // The four parts of the entry themselves, to be filled in place by a caller that would otherwise
-  // assemble a copy. What is not written keeps its value. Never throw; a reference is valid as long
-  // as the builder is.
-
-  // Names and addresses.
-  IntfEntry::GeneralInfo& generalInfo() { return entry.generalInfo; }
-  // Status and speed.
-  IntfEntry::StatusInfo& statusInfo() { return entry.statusInfo; }
-  // MTU, speed class and duplex mode.
-  IntfEntry::PhysicalInfo& physicalInfo() { return entry.physicalInfo; }
-  // Kind, flags and tags.
-  IntfEntry::TypeInfo& typeInfo() { return entry.typeInfo; }
-
   // A copy of the entry as it stands, with strings and list nodes of its own. The builder keeps its
   // entry and may be used on, also after std::bad_alloc.
   IntfEntry Build();
-
-  // The entry itself, to be moved from: for a caller that needs only one entry and wants to save
-  // Build's copy. What is not taken stays; after a move the builder holds empty strings and lists
-  // and the same numbers. Never throws.
-  IntfEntry&& Release();
 
  private:
   IntfEntry entry;

@@ -1,6 +1,5 @@
 // The native enumerations that are not nested in a record. Each is a signed 32-bit number, so any
-// 32-bit value is a defined value; what a converter does with one outside the list stands at the
-// converter.
+// 32-bit value is a defined value; each converter documents what it does with an unlisted one.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,6 @@
 // Fault reporting of the host framework. The library calls these two functions and does not define
-// them: the process that loads it does. A program without a host framework links zorl2::host.
+// them: a process defines both before it loads the library. A program without a host framework links
+// zorl2::host.
 #pragma once
 
 #ifdef __cplusplus

@@ -212,7 +212,7 @@ IntfEntry EntryOf(const Facts& facts) {
       .addPhysicalInfo(PhysicalOf(facts, kbps))
       .addTypeInfo(TypeOf(facts))
       .setInterfaceCategory(CategoryOf(facts));
-  return builder.Release();
+  return builder.Build();
 }
 
 }  // namespace

@@ -156,6 +156,35 @@ TEST(List, ABufferSetToNullIsPassedOverAndTheOthersAreReleased) {
   delete[] lost;
 }
 
+TEST(List, WithoutRecordsAndArrayReleasesItsHeader) {
+  intf_entry_list_t* list = NewList(0);
+  intf_entry_t* const lost = list->entries;
+  list->entries = nullptr;
+  {
+    const Watch watch;
+    destroy_intf_entry_list(&list);
+  }
+  EXPECT_THAT(Events(), ElementsAre("delete"));
+  delete[] lost;
+}
+
+TEST(List, ReleasesItsRecordsInAscendingOrder) {
+  intf_entry_list_t* list = NewList(3);
+  std::vector<void*> memory;
+  for (int i = 0; i < 3; ++i) {
+    const intf_entry_t& record = list->entries[i];
+    memory.insert(memory.end(),
+                  {record.intf_name, record.phy_addr, record.redundancy_group_phy_addr});
+  }
+  memory.insert(memory.end(), {list->entries, list});
+  {
+    const Watch watch;
+    destroy_intf_entry_list(&list);
+  }
+  ASSERT_EQ(watched.events, static_cast<int>(memory.size()));
+  for (std::size_t i = 0; i < memory.size(); ++i) EXPECT_EQ(watched.kept[i].memory, memory[i]);
+}
+
 TEST(List, WithoutMemoryForTheHeaderIsNull) {
   EXPECT_EQ(NewList(3, 0), nullptr);
   EXPECT_EQ(watched.live, 0);

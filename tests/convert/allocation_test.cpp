@@ -4,7 +4,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "convert/intf_entry_convert_helper_protobuf.h"
 #include "convert/intf_entry_converter.h"
 #include "convert/zorid_converter.h"
 #include "tests/support/allocations.h"
@@ -24,33 +23,6 @@ using zorl2_test::FullEntryMessage;
 using zorl2_test::OtherEntry;
 
 namespace {
-
-// First in this file: the tables must not have been used before.
-TEST(Allocations, ATableThatCannotBeBuiltIsBuiltByTheNextCall) {
-  bool refused = false;
-  const long failures_of_refusal = FailEachAllocation(
-      [&] {
-        try {
-          auto mode = IntfEntry::HALF;
-          IntfEntryConvertHelperProtobuf().ConvertDuplexMode(static_cast<pb::EthernetDuplexMode>(3),
-                                                             mode);
-        } catch (const std::out_of_range&) {
-          refused = true;
-        }
-      },
-      [&] { EXPECT_FALSE(refused); });
-  EXPECT_TRUE(refused);
-  // At least the text of the exception.
-  EXPECT_GE(failures_of_refusal, 1);
-  pb::IntfEntry message = FullEntryMessage();
-  IntfEntry entry;
-  const long failures_of_category =
-      FailEachAllocation([&] { IntfEntryConverter().Convert(message, entry); },
-                         [&] { EXPECT_THAT(entry, EqualsNative(IntfEntry{})); });
-  // At least five list elements and two strings too long to be stored inside.
-  EXPECT_GE(failures_of_category, 7);
-  EXPECT_THAT(entry, EqualsNative(zorl2_test::FullEntry()));
-}
 
 TEST(Allocations, AnIdentifierIsReadWithoutAny) {
   const auto good = FromText<pb::Zorid>("value: [1, 2, 3, 4]");
@@ -77,30 +49,6 @@ TEST(Allocations, AnIdentifierThatCannotBeWrittenLeavesTheMessageCleared) {
                 [&] { EXPECT_THAT(message, EqualsText<pb::Zorid>("")); }),
             1);
   EXPECT_THAT(message, EqualsText<pb::Zorid>("value: [1, 2, 3, 4]"));
-}
-
-// Whichever allocation fails, the caller's entry is exactly as it was, and nothing is lost.
-TEST(Allocations, MessageToNative_RunningOutOfMemoryLeavesTheEntryAsItWas) {
-  pb::IntfEntry message = FullEntryMessage();
-  // Too long to be stored inside, so that each string needs memory.
-  message.mutable_generalinfo()->set_intf_name(std::string(100, 'n'));
-  message.mutable_generalinfo()->set_phy_addr(std::string(100, 'p'));
-  message.mutable_generalinfo()->set_redundancy_group_phy_addr(std::string(100, 'r'));
-  IntfEntryConverter converter;
-  IntfEntry warm;
-  // Builds the category table.
-  ASSERT_TRUE(converter.Convert(message, warm));
-  IntfEntry entry = OtherEntry();
-  const long alive = zorl2_test::allocations - zorl2_test::deallocations;
-  const long failures =
-      FailEachAllocation([&] { converter.Convert(message, entry); },
-                         [&] {
-                           EXPECT_EQ(zorl2_test::allocations - zorl2_test::deallocations, alive);
-                           EXPECT_THAT(entry, EqualsNative(OtherEntry()));
-                         });
-  // Three strings, three protocols, two block entries.
-  EXPECT_GE(failures, 8);
-  EXPECT_THAT(entry, EqualsNative(warm));
 }
 
 TEST(Allocations, NativeToMessage_RunningOutOfMemoryThrowsAndTheNextCallSucceeds) {

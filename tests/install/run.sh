@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # run.sh STEP: one step of the install tests. Every step after `prefix` works on the installed tree
-# alone. Wants the variables SOURCE_DIR, BUILD_DIR, LIBDIR, VERSION, CMAKE, CC and CXX.
+# alone. Wants the variables SOURCE_DIR, BUILD_DIR, LIBDIR, VERSION,
+# CONFIG, CMAKE, CC and CXX.
 set -euo pipefail
 
 work=$BUILD_DIR/install-test
@@ -50,34 +51,27 @@ step_prefix() {
 
 installed_files() { (cd "$1" && find . ! -type d | sed 's|^\./||' | sort); }
 
-# Every file belongs to exactly one component, and the library stands alone in its own.
+# The files that a component installs, as tests/install/COMPONENT.files lists them.
+listed_files() {
+  sed -e "s|@LIBDIR@|$LIBDIR|" -e "s|@VERSION@|$VERSION|" -e "s|@SOVERSION@|${VERSION%%.*}|" \
+    -e "s|@CONFIG@|${CONFIG,,}|" \
+    "$SOURCE_DIR/tests/install/$1.files" | sort
+}
+
+# Every component installs the files of its list, and the components together are the whole.
 step_components() {
   local component
   for component in library development tools; do
     rm -rf "$work/$component"
     mkdir -p "$work/$component"
     quiet "$CMAKE" --install "$BUILD_DIR" --prefix "$work/$component" --component "$component"
+    diff <(listed_files "$component") <(installed_files "$work/$component") ||
+      die "component $component; if this is intended, correct tests/install/$component.files"
   done
-  local so=$LIBDIR/libzorl2_serialize.so
-  diff <(installed_files "$work/library") \
-    <(printf '%s\n' "$so.${VERSION%%.*}" "$so.$VERSION" | sort) || die "component library"
   diff <(installed_files "$prefix") \
     <(for c in library development tools; do installed_files "$work/$c"; done | sort) ||
     die "the components together are not the whole"
-  local file
-  for file in "$so" "$LIBDIR/libzorl2_host.a" "$LIBDIR/pkgconfig/zorl2_serialize.pc" \
-    "$LIBDIR/libzorl2_check.a" include/zorl2_serialize/check/check.h \
-    "$LIBDIR/cmake/zorl2_serialize/zorl2_serializeConfig.cmake" \
-    share/zorl2_serialize/zorl2.desc share/zorl2_serialize/proto/interface_entry.proto \
-    include/zorl2_serialize/convert/intf_entry_converter.h \
-    include/zorl2_serialize/c_api/intf_entry.h \
-    include/zorl2_serialize/serialize/protobuf/zorid.pb.h; do
-    [ -e "$work/development/$file" ] || [ -L "$work/development/$file" ] || die "component development lacks $file"
-  done
-  # Every public header, and none of the library's own.
-  [ ! -e "$prefix/include/zorl2_serialize/convert/zorid_mapping.h" ] || die "a private header"
-  [ ! -e "$prefix/include/zorl2_serialize/check/internal" ] || die "private headers of the checks"
-  echo "proved: the components library, development and tools make up the whole"
+  echo "proved: the components library, development and tools install their files"
 }
 
 configure_consumer() {
@@ -166,20 +160,25 @@ step_pkg_config() {
   "$out/reopen" "$prefix/$LIBDIR/libzorl2_serialize.so"
 }
 
-# Each public header compiles on its own, the C header also as C99.
+# Each public header compiles on its own and with all others, the C headers also as C99.
 step_headers() {
-  local flags header count=0
+  local flags header headers
   read -ra flags <<<"$(pkg-config --cflags zorl2_serialize)"
-  while read -r header; do
-    echo "#include \"$header\"" | "$CXX" -std=c++17 -Wall -Wextra -Wconversion -Wshadow \
-      -Wold-style-cast -Werror "${flags[@]}" -fsyntax-only -x c++ - || die "$header on its own"
-    count=$((count + 1))
-  done < <(cd "$prefix/include/zorl2_serialize" && ls native/*.h convert/*.h c_api/*.h check/*.h)
-  for header in c_api/intf_entry.h native/pvex_fault.h; do
-    echo "#include \"$header\"" | "$CC" -std=c99 -pedantic -Wall -Wextra -Werror "${flags[@]}" \
-      -fsyntax-only -x c - || die "$header as C99"
+  flags+=(-Wall -Wextra -Wconversion -Wshadow -Werror -fsyntax-only)
+  mapfile -t headers < <(listed_files development |
+    sed -nE 's#^include/zorl2_serialize/((native|convert|c_api|check)/.*\.h)$#\1#p')
+  [ ${#headers[@]} -gt 10 ] || die "no headers"
+  for header in "${headers[@]}"; do
+    echo "#include \"$header\"" | "$CXX" -std=c++17 -Wold-style-cast "${flags[@]}" -x c++ - ||
+      die "$header on its own"
   done
-  echo "proved: $count headers compile alone"
+  printf '#include "%s"\n' "${headers[@]}" | "$CXX" -std=c++17 -Wold-style-cast "${flags[@]}" -x c++ - ||
+    die "all headers together"
+  for header in c_api/intf_entry.h native/pvex_fault.h; do
+    echo "#include \"$header\"" | "$CC" -std=c99 -pedantic "${flags[@]}" -x c - ||
+      die "$header as C99"
+  done
+  echo "proved: ${#headers[@]} headers compile alone and together"
 }
 
 # The descriptor set and the schema serve protoc without anything else of the tree.

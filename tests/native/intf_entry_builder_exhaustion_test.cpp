@@ -29,13 +29,6 @@ TEST(BuilderExhaustion, BuildAllocatesEachStringAndListNodeOnce) {
   EXPECT_EQ(AllocationsOf([&] { builder.Build(); }), 8);
 }
 
-TEST(BuilderExhaustion, ReleaseAllocatesNothing) {
-  IntfEntryBuilder builder(OtherEntry());
-  IntfEntry entry;
-  EXPECT_EQ(AllocationsOf([&] { entry = builder.Release(); }), 0);
-  EXPECT_THAT(entry, EqualsNative(OtherEntry()));
-}
-
 TEST(BuilderExhaustion, AFailedBuildReleasesWhatItCopiedAndLeavesTheBuilder) {
   IntfEntryBuilder builder(OtherEntry());
   long alive = zorl2_test::allocations - zorl2_test::deallocations;
@@ -93,12 +86,6 @@ TEST(BuilderExhaustion, AddGeneralInfo_KeepsTheStringsAssignedBeforeTheFailure) 
   EXPECT_EQ(after_third.intf_name, new_info.intf_name);
   EXPECT_EQ(after_third.phy_addr, new_info.phy_addr);
   EXPECT_EQ(after_third.redundancy_group_phy_addr, old_info.redundancy_group_phy_addr);
-}
-
-TEST(BuilderExhaustion, AddGeneralInfo_FromATemporaryAllocatesNothing) {
-  IntfEntry::GeneralInfo info = OtherEntry().getGeneralInfo();
-  IntfEntryBuilder builder;
-  EXPECT_EQ(AllocationsOf([&] { builder.addGeneralInfo(std::move(info)); }), 0);
 }
 
 }  // namespace

@@ -119,22 +119,6 @@ TEST(IntfEntryBuilder, AddGeneralInfo_ReplacesAllFiveMembersWithShorterStringsTo
   EXPECT_THAT(shorter, EqualsNative(IntfEntry::GeneralInfo{"e1", "", 3, "a", 0}));
 }
 
-TEST(IntfEntryBuilder, AddGeneralInfo_FromATemporaryTakesItsStringsOver) {
-  IntfEntry::GeneralInfo info = OtherEntry().getGeneralInfo();
-  const char* name = info.intf_name.data();
-  const char* address = info.phy_addr.data();
-  const char* group_address = info.redundancy_group_phy_addr.data();
-  IntfEntryBuilder builder(FullEntry());
-  EXPECT_EQ(&builder.addGeneralInfo(std::move(info)), &builder);
-  const IntfEntry entry = builder.Release();
-  EXPECT_THAT(entry.getGeneralInfo(), EqualsNative(OtherEntry().getGeneralInfo()));
-  EXPECT_EQ(entry.getGeneralInfo().intf_name.data(), name);
-  EXPECT_EQ(entry.getGeneralInfo().phy_addr.data(), address);
-  EXPECT_EQ(entry.getGeneralInfo().redundancy_group_phy_addr.data(), group_address);
-  static_assert(
-      noexcept(std::declval<IntfEntry::GeneralInfo&>() = std::declval<IntfEntry::GeneralInfo&&>()));
-}
-
 TEST(IntfEntryBuilder, ShutdownProtocolsAccumulateWithDuplicates) {
   IntfEntryBuilder builder;
   builder.addShutdownProto(STP).addShutdownProto(STP).addShutdownProto(LACP);
@@ -184,22 +168,6 @@ TEST(IntfEntryBuilder, FromAnEntry_AppendsBehindItsElementsAndEmptiesIt) {
   EXPECT_EQ(start.getInterfaceCategory(), L2_SUB_IF);
 }
 
-TEST(IntfEntryBuilder, FromAnEntry_TakesStringsAndListNodesOver) {
-  IntfEntry start = OtherEntry();
-  const char* name = start.getGeneralInfo().intf_name.data();
-  const char* address = start.getGeneralInfo().phy_addr.data();
-  const char* group_address = start.getGeneralInfo().redundancy_group_phy_addr.data();
-  const auto protocols = Addresses(start.getShutdownProtos());
-  const auto blocks = Addresses(start.getBlockInfo());
-  IntfEntryBuilder builder(std::move(start));
-  const IntfEntry entry = builder.Release();
-  EXPECT_EQ(entry.getGeneralInfo().intf_name.data(), name);
-  EXPECT_EQ(entry.getGeneralInfo().phy_addr.data(), address);
-  EXPECT_EQ(entry.getGeneralInfo().redundancy_group_phy_addr.data(), group_address);
-  EXPECT_EQ(Addresses(entry.getShutdownProtos()), protocols);
-  EXPECT_EQ(Addresses(entry.getBlockInfo()), blocks);
-}
-
 TEST(IntfEntryBuilder, FromAnEntry_AlsoWithAnEqualsSign) {
   IntfEntryBuilder builder = FullEntry();
   EXPECT_THAT(builder.Build(), EqualsNative(FullEntry()));
@@ -224,7 +192,7 @@ TEST(IntfEntryBuilder, Build_EveryResultIsIndependent) {
 TEST(IntfEntryBuilder, Build_CopiesIntoStringsAndListNodesOfItsOwn) {
   IntfEntryBuilder builder(OtherEntry());
   const IntfEntry built = builder.Build();
-  const IntfEntry kept = builder.Release();
+  const IntfEntry kept = builder.Build();
   EXPECT_THAT(built, EqualsNative(kept));
   EXPECT_NE(built.getGeneralInfo().intf_name.data(), kept.getGeneralInfo().intf_name.data());
   EXPECT_NE(Addresses(built.getShutdownProtos()), Addresses(kept.getShutdownProtos()));
@@ -238,58 +206,6 @@ TEST(IntfEntryBuilder, Build_OutlivesTheBuilder) {
     entry = builder.Build();
   }
   EXPECT_THAT(entry, EqualsNative(OtherEntry()));
-}
-
-TEST(IntfEntryBuilder, TheParts_AreFilledInPlace) {
-  IntfEntryBuilder builder(FullEntry());
-  builder.generalInfo().phy_addr = "02:00:00:00:00:99";
-  builder.statusInfo().operationalSpeed = 4242;
-  builder.physicalInfo().intf_mtu = 4294967299;
-  builder.typeInfo().interfaceFlags.l2_bundle = !FullEntry().getTypeInfo().interfaceFlags.l2_bundle;
-
-  IntfEntry::GeneralInfo general = FullEntry().getGeneralInfo();
-  general.phy_addr = "02:00:00:00:00:99";
-  IntfEntry::StatusInfo status = FullEntry().getStatusInfo();
-  status.operationalSpeed = 4242;
-  IntfEntry::PhysicalInfo physical = FullEntry().getPhysicalInfo();
-  physical.intf_mtu = 4294967299;
-  IntfEntry::TypeInfo type = FullEntry().getTypeInfo();
-  type.interfaceFlags.l2_bundle = !type.interfaceFlags.l2_bundle;
-  IntfEntryBuilder replaced(FullEntry());
-  replaced.addGeneralInfo(general).addStatusInfo(status).addPhysicalInfo(physical).addTypeInfo(
-      type);
-  EXPECT_THAT(builder.Build(), EqualsNative(replaced.Build()));
-}
-
-TEST(IntfEntryBuilder, Release_HandsTheEntryItselfOut) {
-  IntfEntryBuilder builder;
-  builder.addShutdownProto(STP).addBlockInfo({STP, BLOCK_STATE_BLOCK});
-  IntfEntry&& entry = builder.Release();
-  // Nothing is taken until somebody moves from it.
-  EXPECT_THAT(builder.Build().getShutdownProtos(), ElementsAre(STP));
-  const ProtocolType* protocol = &entry.getShutdownProtos().front();
-  const IntfEntry taken = std::move(entry);
-  EXPECT_EQ(&taken.getShutdownProtos().front(), protocol);
-}
-
-TEST(IntfEntryBuilder, Release_LeavesEmptyStringsAndListsAndTheSameNumbers) {
-  IntfEntryBuilder builder(FullEntry());
-  const IntfEntry taken = builder.Release();
-  EXPECT_THAT(taken, EqualsNative(FullEntry()));
-  const IntfEntry left = builder.Build();
-  EXPECT_THAT(left.getGeneralInfo(), EqualsNative(IntfEntry::GeneralInfo{"", "", 90210, "", 4107}));
-  EXPECT_THAT(left.getShutdownProtos(), IsEmpty());
-  EXPECT_THAT(left.getBlockInfo(), IsEmpty());
-  EXPECT_EQ(left.getId(), FullEntry().getId());
-  EXPECT_EQ(left.getInterfaceCategory(), L2_SUB_IF);
-}
-
-TEST(IntfEntryBuilder, IsUsableAfterRelease) {
-  IntfEntryBuilder builder(FullEntry());
-  const IntfEntry taken = builder.Release();
-  builder.addShutdownProto(EFM);
-  EXPECT_THAT(builder.Build().getShutdownProtos(), ElementsAre(EFM));
-  EXPECT_THAT(taken, EqualsNative(FullEntry()));
 }
 
 }  // namespace

@@ -166,7 +166,7 @@ TEST(SpeedKbpsTable, GivesTheRateOfEachSpeedAndHasNoOtherEntry) {
   }
 }
 
-// Ten terabits in kbit/s do not fit 32 bits; the manager relies on what remains of them.
+// Ten terabits in kbit/s do not fit 32 bits, and the wrapped number is kept.
 TEST(SpeedKbpsTable, TheLastRateIsReducedModulo2To32) {
   EXPECT_EQ(speedKbpsTable.at(IntfEntry::SPEED_10_TBS), 10000000000ULL % (1ULL << 32));
 }

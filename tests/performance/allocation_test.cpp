@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <string>
 
 #include "bench/allocation_counter.h"
 #include "bench/fixtures.h"
@@ -76,16 +77,45 @@ TEST(Allocations, StateSignalsIntoReusedMessages_None) {
   }
 }
 
-// Three strings of more than 15 octets, 2 shutdown protocols, 3 block entries.
-TEST(Allocations, EntryToNative_OnePerLongStringAndListElement) {
+// Three strings of more than 15 bytes, 2 shutdown protocols, 3 block entries.
+TEST(Allocations, EntryToNative_OnePerLongStringAndListElementIntoAFreshRecordNoneIntoAUsedOne) {
   pb::IntfEntry message;
   ASSERT_TRUE(IntfEntryConverter().Convert(zorl2_bench::Entry(1), message));
-  IntfEntry fresh;
-  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, fresh)), 8U);
-  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, fresh)), 8U) << "into a filled record";
+  IntfEntry entry;
+  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, entry)), 8U);
+  ASSERT_TRUE(IntfEntryConverter().Convert(zorl2_bench::Entry(2), message));
+  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, entry)), 0U);
 }
 
-// A string of 15 octets is kept in place, one of 16 is not.
+TEST(Allocations, EntryToNative_OnlyForWhatAUsedRecordLacks) {
+  pb::IntfEntry message;
+  ASSERT_TRUE(IntfEntryConverter().Convert(zorl2_bench::Entry(1), message));
+  IntfEntry entry;
+  ASSERT_TRUE(IntfEntryConverter().Convert(message, entry));
+  message.mutable_generalinfo()->set_phy_addr(std::string(100, 'p'));
+  message.add_shutdownprotos(pb::CFM);
+  *message.add_blockinfo() = message.blockinfo(0);
+  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, entry)), 3U);
+  // Shorter lists give their nodes back, shorter strings keep their room.
+  message.clear_shutdownprotos();
+  message.mutable_generalinfo()->set_phy_addr("");
+  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, entry)), 0U);
+  message.mutable_generalinfo()->set_phy_addr(std::string(100, 'q'));
+  message.add_shutdownprotos(pb::CFM);
+  EXPECT_EQ((AllocationsOf<IntfEntryConverter>(message, entry)), 1U);
+}
+
+TEST(Allocations, ARejectedSignalOfAnySize_None) {
+  pb::ShutStateSync message;
+  ASSERT_TRUE(ShutStateConverter().Convert(ShutSignal(100000), message));
+  message.mutable_intfs(99999)->clear_state();
+  ShutStateInfoSyncSignal signal;
+  const std::uint64_t before = AllocationsOfThisThread();
+  EXPECT_FALSE(ShutStateConverter().Convert(message, signal));
+  EXPECT_EQ(AllocationsOfThisThread(), before);
+}
+
+// A string of 15 bytes is kept in place, one of 16 is not.
 TEST(Allocations, EntryToNative_NoneForShortStringsAndEmptyLists) {
   pb::IntfEntry message;
   ASSERT_TRUE(IntfEntryConverter().Convert(zorl2_bench::Entry(1), message));

@@ -7,6 +7,8 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
+#include <type_traits>
 
 #include "convert/info_client_config_converter.h"
 #include "convert/intf_entry_converter.h"
@@ -86,6 +88,20 @@ struct Tally {
   int fatalSamples = 0;
 };
 
+// An entry that is updated in place equals one that is converted into a fresh record.
+std::string DifferenceToFresh(const pb::IntfEntry& message, const oracle::EntryRecord& before) {
+  IntfEntry used = proof::Build(before);
+  IntfEntry fresh;
+  IntfEntryConverter converter;
+  const std::string ending = proof::Ending([&] { return converter.Convert(message, used); });
+  if (proof::Ending([&] { return converter.Convert(message, fresh); }) != ending) {
+    return "another ending with a fresh record";
+  }
+  const std::string expected =
+      ending == "true" ? proof::Text(fresh) : proof::Text(proof::Build(before));
+  return proof::Text(used) == expected ? "" : "used: " + proof::Text(used) + " of: " + expected;
+}
+
 // Half of the messages are set field by field, so that an enumeration may hold any number; the
 // other half is parsed from bytes that no generated code made.
 template <typename Converter, typename Message, typename Model, typename Record>
@@ -110,6 +126,9 @@ void MessagesToNatives(Model (proof::Generator::*message)(), Record (proof::Gene
     ASSERT_EQ("", (proof::DifferenceToNative<Converter>(model, source, before, &outcome)))
         << "seed " << seed;
     ++tally.endings[static_cast<int>(outcome)];
+    if constexpr (std::is_same_v<Record, oracle::EntryRecord>) {
+      ASSERT_EQ("", DifferenceToFresh(source, before)) << "seed " << seed;
+    }
     if (outcome == oracle::Outcome::kFatal && tally.fatalSamples < kFatalSamples) {
       ++tally.fatalSamples;
       ASSERT_EQ(ExpectedFault(faultLine), (FaultOf<Converter>(source, proof::Native(before))))

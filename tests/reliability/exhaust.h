@@ -4,11 +4,7 @@
 
 #include <google/protobuf/message.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <new>
 
 #include "tests/reliability/failing_new.h"
@@ -53,23 +49,6 @@ long Exhaust(Fresh fresh, Operate operate, Check check) {
   ExhaustOnce(fresh, operate, check, false);
   if (testing::Test::HasFailure()) return -1;
   return ExhaustOnce(fresh, operate, check, true);
-}
-
-// From a cold start: in a child, where no table has been built yet. A table whose building fails is
-// built by a later call.
-template <typename Run>
-void InColdProcess(Run run) {
-  std::fflush(nullptr);
-  const pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
-    run();
-    // The ordinary exit, which also writes down what a coverage build has counted.
-    std::exit(testing::Test::HasFailure() ? 1 : 0);
-  }
-  int status = 0;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "status " << status;
 }
 
 // Whatever is present in the part is present in the whole with the same value. The field that

@@ -9,7 +9,7 @@
 
 namespace pb = zorl2::protobuf;
 
-// Declared in refusing/convert/zorid_mapping.h, for the converters' source alone.
+// Declared in refusing/convert/internal/zorid_mapping.h, for the converters' source alone.
 namespace zorl2_mapping {
 bool ToNative(const pb::Zorid& message, zorid_t& id);
 bool ToMessage(const zorid_t& id, pb::Zorid& message);

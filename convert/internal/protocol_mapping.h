@@ -1,5 +1,5 @@
-// Not installed. The total translations of protocol types and block states, inline for the
-// converters; enum_serialization.h exports them and says what they promise.
+// Not installed. The translations of protocol types and block states, inline for the converters;
+// enum_serialization.h exports and documents them.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,12 @@
 
 namespace zorl2_mapping {
 
-// Both enumerations name the same protocols in the same order and differ only in where the unknown
-// one stands: first in a message, last natively.
+// Both enumerations list the same protocols in the same order. Only the unknown protocol has
+// another place: first in a message, last in a native record.
 static_assert(zorl2::protobuf::PROTOCOL_UNKNOWN == 0 && zorl2::protobuf::LLDP == LLDP + 1 &&
                   zorl2::protobuf::BACKUPLINK == BACKUPLINK + 1,
-              "a protocol has a new number: the target check-schema says what that breaks");
-static_assert(PROTOCOL_UNKNOWN == BACKUPLINK + 1, "the unknown protocol comes last natively");
+              "a message protocol has a new number");
+static_assert(PROTOCOL_UNKNOWN == BACKUPLINK + 1, "the unknown protocol is the last native one");
 
 inline zorl2::protobuf::ProtocolType ToMessage(ProtocolType native) noexcept {
   const auto number = static_cast<std::uint32_t>(native);

@@ -9,22 +9,11 @@
 
 #include <cstdint>
 
-#include "convert/enum_mapping.h"
-#include "convert/intf_entry_enum_tables.h"
-#include "convert/nested_message.h"
+#include "convert/internal/enum_tables.h"
+#include "convert/internal/nested_message.h"
+#include "convert/internal/protocol_mapping.h"
 #include "interface_entry.pb.h"
 #include "native/intf_entry.h"
-
-// Sets a string field. The setter goes a long way round to write over a text; where the message has
-// room for the new one, as a message that is used again has, it is assigned in place.
-#define ZORL2_SET_TEXT(message, field, text)            \
-  do {                                                  \
-    if ((message).field().capacity() < (text).size()) { \
-      (message).set_##field(text);                      \
-    } else {                                            \
-      *(message).mutable_##field() = (text);            \
-    }                                                   \
-  } while (false)
 
 namespace zorl2_mapping {
 
@@ -41,12 +30,12 @@ inline void ToNative(const zorl2::protobuf::GeneralInfo& message, IntfEntry::Gen
 }
 
 inline void ToMessage(const IntfEntry::GeneralInfo& native, zorl2::protobuf::GeneralInfo& message) {
-  ZORL2_SET_TEXT(message, intf_name, native.intf_name);
-  ZORL2_SET_TEXT(message, phy_addr, native.phy_addr);
+  message.set_intf_name(native.intf_name);
+  message.set_phy_addr(native.phy_addr);
   // Always present: the record has no way to say that there is none.
   message.set_bridge_port_number(native.bridge_port_number);
   message.set_redundancy_group_id(native.redundancy_group_id);
-  ZORL2_SET_TEXT(message, redundancy_group_phy_addr, native.redundancy_group_phy_addr);
+  message.set_redundancy_group_phy_addr(native.redundancy_group_phy_addr);
 }
 
 inline void ToNative(const zorl2::protobuf::StatusInfo& message, IntfEntry::StatusInfo& native) {

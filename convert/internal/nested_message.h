@@ -1,13 +1,13 @@
-// Not installed. Nested messages that are not left marked present without being there.
+// Not installed. Access to nested messages that is safe when an allocation fails.
 #pragma once
 
 #include <type_traits>
 
 namespace zorl2_mapping {
 
-// What mutable_...() returns. The runtime's own marks the nested message present and allocates it
-// then; when that allocation fails, the mark would stay without a message behind it, and the next
-// Clear() of the outer message would fault. Here std::bad_alloc leaves the field absent.
+// Returns what mutable_...() returns. The runtime marks the field present before it allocates the
+// submessage. When that allocation fails, the mark is removed, or the next Clear() of the outer
+// message would fault.
 template <auto kMutable, auto kClear, typename Message>
 [[gnu::always_inline]] inline auto& Nested(Message& message) {
   try {

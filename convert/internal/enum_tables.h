@@ -1,12 +1,12 @@
-// Not installed. The seven enumerations nested in IntfEntry and the category, message value beside
-// native value, each list written once and read by both directions.
+// Not installed. The seven enumerations nested in IntfEntry and the category: each message value with
+// its native value, in one list that both directions read.
 #pragma once
 
-#include <boost/bimap.hpp>
+#include <boost/throw_exception.hpp>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
-#include <map>
+#include <stdexcept>
 
 #include "interface_entry.pb.h"
 #include "native/intf_entry.h"
@@ -93,98 +93,40 @@ constexpr bool IsDense(const EnumPair<Message, Native> (&pairs)[kCount]) {
   return true;
 }
 
-// One enumeration's translation. A listed value is found by its place; every other value is
-// refused by the constant bimap of the same pairs with its own exception, a
-// boost::wrapexcept<std::out_of_range> that says "bimap<>: invalid key".
-template <typename Message, typename Native, const auto& kPairs>
-class EnumTable {
+[[noreturn]] inline void RejectValue() {
+  boost::throw_exception(std::out_of_range("bimap<>: invalid key"));
+}
+
+[[noreturn]] inline void RejectCategory() { throw std::out_of_range("map::at"); }
+
+// Translates one enumeration. An unlisted value is rejected with kReject, which throws.
+template <const auto& kPairs, void (*kReject)() = RejectValue>
+struct EnumTable {
   static_assert(IsDense(kPairs), "a value must be its own place in the list");
 
- public:
+  using Message = decltype(kPairs[0].message);
+  using Native = decltype(kPairs[0].native);
+
   static Native ToNative(Message value) {
     const auto place = static_cast<std::uint32_t>(value);
-    if (place < std::size(kPairs)) return kPairs[place].native;
-    return RefusingLookup(value);
+    if (place >= std::size(kPairs)) kReject();
+    return kPairs[place].native;
   }
 
   static Message ToMessage(Native value) {
     const auto place = static_cast<std::uint32_t>(value);
-    if (place < std::size(kPairs)) return kPairs[place].message;
-    return RefusingLookup(value);
-  }
-
- private:
-  using Bimap = boost::bimap<Message, Native>;
-
-  static const Bimap& Table() {
-    static const Bimap table = [] {
-      Bimap pairs;
-      for (const auto& pair : kPairs) {
-        pairs.insert(typename Bimap::value_type(pair.message, pair.native));
-      }
-      return pairs;
-    }();
-    return table;
-  }
-
-  [[gnu::noinline, gnu::cold]] static Native RefusingLookup(Message value) {
-    return Table().left.at(value);
-  }
-
-  [[gnu::noinline, gnu::cold]] static Message RefusingLookup(Native value) {
-    return Table().right.at(value);
+    if (place >= std::size(kPairs)) kReject();
+    return kPairs[place].message;
   }
 };
 
-using AdminStatusTable =
-    EnumTable<zorl2::protobuf::AdminStatus, IntfEntry::AdminStatus, kAdminStatusPairs>;
-using OperationalStatusTable = EnumTable<zorl2::protobuf::OperationalStatus,
-                                         IntfEntry::OperationalStatus, kOperationalStatusPairs>;
-using LinkStatusTable =
-    EnumTable<zorl2::protobuf::LinkStatus, IntfEntry::LinkStatus, kLinkStatusPairs>;
-using EthernetSpeedTable =
-    EnumTable<zorl2::protobuf::EthernetSpeed, IntfEntry::EthernetSpeed, kEthernetSpeedPairs>;
-using DuplexModeTable =
-    EnumTable<zorl2::protobuf::EthernetDuplexMode, IntfEntry::EthernetDuplexMode, kDuplexModePairs>;
-using InterfaceTypeTable =
-    EnumTable<zorl2::protobuf::InterfaceType, IntfEntry::InterfaceType, kInterfaceTypePairs>;
-using VlanTypeTable = EnumTable<zorl2::protobuf::VlanType, IntfEntry::VlanType, kVlanTypePairs>;
-
-// The category likewise, refused by constant maps: a std::out_of_range that says "map::at".
-struct InterfaceCategoryTable {
-  using Message = zorl2::protobuf::InterfaceCategory;
-  static_assert(IsDense(kInterfaceCategoryPairs), "a value must be its own place in the list");
-
-  static InterfaceCategory ToNative(Message value) {
-    const auto place = static_cast<std::uint32_t>(value);
-    if (place < std::size(kInterfaceCategoryPairs)) return kInterfaceCategoryPairs[place].native;
-    return RefusingLookup(value);
-  }
-
-  static Message ToMessage(InterfaceCategory value) {
-    const auto place = static_cast<std::uint32_t>(value);
-    if (place < std::size(kInterfaceCategoryPairs)) return kInterfaceCategoryPairs[place].message;
-    return RefusingLookup(value);
-  }
-
- private:
-  [[gnu::noinline, gnu::cold]] static InterfaceCategory RefusingLookup(Message value) {
-    static const auto interfaceCategoryFromMessage = [] {
-      std::map<Message, InterfaceCategory> table;
-      for (const auto& pair : kInterfaceCategoryPairs) table.emplace(pair.message, pair.native);
-      return table;
-    }();
-    return interfaceCategoryFromMessage.at(value);
-  }
-
-  [[gnu::noinline, gnu::cold]] static Message RefusingLookup(InterfaceCategory value) {
-    static const auto interfaceCategoryToMessage = [] {
-      std::map<InterfaceCategory, Message> table;
-      for (const auto& pair : kInterfaceCategoryPairs) table.emplace(pair.native, pair.message);
-      return table;
-    }();
-    return interfaceCategoryToMessage.at(value);
-  }
-};
+using AdminStatusTable = EnumTable<kAdminStatusPairs>;
+using OperationalStatusTable = EnumTable<kOperationalStatusPairs>;
+using LinkStatusTable = EnumTable<kLinkStatusPairs>;
+using EthernetSpeedTable = EnumTable<kEthernetSpeedPairs>;
+using DuplexModeTable = EnumTable<kDuplexModePairs>;
+using InterfaceTypeTable = EnumTable<kInterfaceTypePairs>;
+using VlanTypeTable = EnumTable<kVlanTypePairs>;
+using InterfaceCategoryTable = EnumTable<kInterfaceCategoryPairs, RejectCategory>;
 
 }  // namespace zorl2_mapping

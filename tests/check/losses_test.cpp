@@ -151,6 +151,22 @@ TEST(Losses, UnknownFieldsAreNamedByTheirMessageAndNumber) {
           Unknown("#40", R"("a\x22\x5c\x0a\xff z")"), Unknown("#50", "18446744073709551615")));
 }
 
+TEST(Losses, ATextOf64BytesIsShownWhole) {
+  auto id = FromText<pb::Zorid>("value: [ 1, 2, 3, 4 ]");
+  const std::string text(64, 'y');
+  id.mutable_unknown_fields()->AddLengthDelimited(9)->assign(text);
+  EXPECT_THAT(FindLosses(id), ElementsAre(Unknown("#9", ("\"" + text + "\"").c_str())));
+}
+
+TEST(Losses, AnUnknownFieldFollowsTheKnownOneOfItsNumber) {
+  pb::IntfEntry entry = FullEntryMessage();
+  entry.mutable_unknown_fields()->AddVarint(3, 9);
+  entry.mutable_generalinfo()->mutable_unknown_fields()->AddVarint(50, 8);
+  entry.mutable_statusinfo()->mutable_unknown_fields()->AddVarint(50, 7);
+  EXPECT_THAT(FindLosses(entry), ElementsAre(Unknown("generalInfo.#50", "8"), Unknown("#3", "9"),
+                                             Unknown("statusInfo.#50", "7")));
+}
+
 TEST(Losses, TheMostSeriousKindComesFirst) {
   pb::IntfEntry entry = FullEntryMessage();
   entry.mutable_unknown_fields()->AddVarint(50, 1);

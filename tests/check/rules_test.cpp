@@ -7,7 +7,10 @@
 #include <google/protobuf/descriptor.pb.h>
 #include <google/protobuf/dynamic_message.h>
 
-#include <utility>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "audit_info.pb.h"
 #include "l2_sub_if.pb.h"
@@ -409,61 +412,110 @@ TEST(Rules, AMessageWithoutANativeRecordNeedsItsRequiredFieldsOnly) {
   EXPECT_EQ(CheckText<pb::AuditInfo>("internal_caches: 'c'"), kConverts);
 }
 
-// A type of another descriptor pool.
+// Types of another descriptor pool.
 
-class OtherPool {
+using google::protobuf::DescriptorPool;
+using google::protobuf::FieldDescriptorProto;
+using google::protobuf::FileDescriptorProto;
+
+// A copy of the schema, which a test may change before it reads a message.
+class OtherSchema {
  public:
-  template <typename Generated>
-  std::unique_ptr<google::protobuf::Message> Parse(const std::string& bytes) {
-    const auto* type = pool_.FindMessageTypeByName(Generated::descriptor()->full_name());
-    std::unique_ptr<google::protobuf::Message> message(factory_.GetPrototype(type)->New());
-    EXPECT_TRUE(message->ParsePartialFromString(bytes));
-    return message;
+  OtherSchema() { Add(*pb::ShutStateSync::descriptor()->file()); }
+
+  // zorid.proto, information_client.proto or intf_state.proto.
+  FileDescriptorProto& File(const std::string& name) {
+    for (FileDescriptorProto& file : files_) {
+      if (file.name() == name) return file;
+    }
+    throw std::invalid_argument(name);
   }
 
-  void Add(const google::protobuf::FileDescriptor& file) {
-    for (int i = 0; i < file.dependency_count(); ++i) Add(*file.dependency(i));
-    if (pool_.FindFileByName(file.name()) != nullptr) return;
-    google::protobuf::FileDescriptorProto copy;
-    file.CopyTo(&copy);
-    Add(copy);
-  }
-  void Add(const google::protobuf::FileDescriptorProto& file) {
-    ASSERT_NE(pool_.BuildFile(file), nullptr);
+  Verdict CheckBytes(const std::string& type, const std::string& bytes) {
+    DescriptorPool pool;
+    for (const FileDescriptorProto& file : files_) EXPECT_NE(pool.BuildFile(file), nullptr);
+    google::protobuf::DynamicMessageFactory factory;
+    const std::unique_ptr<google::protobuf::Message> message(
+        factory.GetPrototype(pool.FindMessageTypeByName("zorl2.protobuf." + type))->New());
+    EXPECT_TRUE(message->ParsePartialFromString(bytes));
+    EXPECT_THAT(zorl2::check::FindLosses(*message), IsEmpty());
+    return Check(*message);
   }
 
  private:
-  google::protobuf::DescriptorPool pool_;
-  google::protobuf::DynamicMessageFactory factory_;
+  void Add(const google::protobuf::FileDescriptor& file) {
+    for (int i = 0; i < file.dependency_count(); ++i) Add(*file.dependency(i));
+    for (const FileDescriptorProto& added : files_) {
+      if (added.name() == file.name()) return;
+    }
+    file.CopyTo(&files_.emplace_back());
+  }
+
+  std::vector<FileDescriptorProto> files_;
 };
 
 TEST(Rules, ADynamicMessageIsCheckedAsItsType) {
-  OtherPool pool;
-  pool.Add(*pb::ShutStateSync::descriptor()->file());
-  const auto signal = pool.Parse<pb::ShutStateSync>(
-      FromText<pb::ShutStateSync>("shutProtocol: STP intfs { zorid { value: 9 } state: true }")
-          .SerializeAsString());
-  EXPECT_EQ(Check(*signal),
+  const auto signal =
+      FromText<pb::ShutStateSync>("shutProtocol: STP intfs { zorid { value: 9 } state: true }");
+  EXPECT_EQ(OtherSchema().CheckBytes("ShutStateSync", signal.SerializeAsString()),
             WrongSize(Outcome::kEndsProcess, "intfs[0].zorid", "1 value (expected 4)"));
+  EXPECT_EQ(OtherSchema().CheckBytes("Zorid", ""),
+            WrongSize(Outcome::kReturnsFalse, "value", "0 values (expected 4)"));
 }
 
-TEST(Rules, ATypeThatSharesOnlyTheNameNeedsItsRequiredFieldsOnly) {
-  google::protobuf::FileDescriptorProto file;
-  file.set_name("zorid.proto");
-  file.set_package("zorl2.protobuf");
-  auto& type = *file.add_message_type();
-  type.set_name("Zorid");
-  auto& field = *type.add_field();
-  field.set_name("text");
-  field.set_number(1);
-  field.set_type(google::protobuf::FieldDescriptorProto::TYPE_STRING);
-  field.set_label(google::protobuf::FieldDescriptorProto::LABEL_REQUIRED);
-  OtherPool pool;
-  pool.Add(file);
-  EXPECT_EQ(Check(*pool.Parse<pb::Zorid>("")), Missing("text", "missing, required by Zorid"));
-  const auto complete = pool.Parse<pb::Zorid>("\x0a\x01t\x10\x05");
-  EXPECT_EQ(Check(*complete), kConverts);
-  EXPECT_THAT(zorl2::check::FindLosses(*complete), IsEmpty());
+// An empty Zorid, of a type with one difference.
+template <typename Change>
+Verdict CheckChangedZorid(const Change& change) {
+  OtherSchema schema;
+  change(*schema.File("zorid.proto").mutable_message_type(0));
+  return schema.CheckBytes("Zorid", "");
+}
+
+TEST(Rules, ATypeOfAnotherSchemaNeedsItsRequiredFieldsOnly) {
+  using Type = google::protobuf::DescriptorProto;
+  const auto add_field = [](Type& type) {
+    FieldDescriptorProto& field = *type.add_field();
+    field.set_name("mask");
+    field.set_number(2);
+    field.set_type(FieldDescriptorProto::TYPE_UINT32);
+    field.set_label(FieldDescriptorProto::LABEL_OPTIONAL);
+  };
+  EXPECT_EQ(CheckChangedZorid(add_field), kConverts);
+  EXPECT_EQ(CheckChangedZorid([](Type& type) { type.mutable_field(0)->set_number(2); }), kConverts);
+  EXPECT_EQ(CheckChangedZorid([](Type& type) {
+              type.mutable_field(0)->set_type(FieldDescriptorProto::TYPE_SINT32);
+            }),
+            kConverts);
+  EXPECT_EQ(CheckChangedZorid([](Type& type) {
+              type.mutable_field(0)->clear_options();
+              type.mutable_field(0)->set_label(FieldDescriptorProto::LABEL_REQUIRED);
+            }),
+            Missing("value", "missing, required by Zorid"));
+
+  // In a part of the type.
+  const std::string signal =
+      FromText<pb::ShutStateSync>("shutProtocol: L1_PROTO intfs { zorid { value: 9 } state: true }")
+          .SerializeAsString();
+  OtherSchema schema;
+  EXPECT_EQ(schema.CheckBytes("ShutStateSync", signal).rule, "protocol.unlisted");
+  add_field(*schema.File("zorid.proto").mutable_message_type(0));
+  EXPECT_EQ(schema.CheckBytes("ShutStateSync", signal), kConverts);
+
+  OtherSchema more_protocols;
+  auto& protocols = *more_protocols.File("information_client.proto").mutable_enum_type(0);
+  protocols.mutable_value(12)->set_number(13);
+  EXPECT_EQ(more_protocols.CheckBytes("ShutStateSync", signal), kConverts);
+  protocols.mutable_value()->RemoveLast();
+  EXPECT_EQ(more_protocols.CheckBytes("ShutStateSync", signal), kConverts);
+}
+
+TEST(Rules, ATypeOfAnotherNameNeedsItsRequiredFieldsOnly) {
+  OtherSchema schema;
+  FileDescriptorProto& file = schema.File("zorid.proto");
+  *file.add_message_type() = file.message_type(0);
+  file.mutable_message_type(1)->set_name("Address");
+  EXPECT_EQ(schema.CheckBytes("Address", ""), kConverts);
+  EXPECT_EQ(schema.CheckBytes("Zorid", "").rule, "identifier.size");
 }
 
 }  // namespace

@@ -488,9 +488,10 @@ TEST(Rules, ATypeOfAnotherSchemaNeedsItsRequiredFieldsOnly) {
             kConverts);
   EXPECT_EQ(CheckChangedZorid([](Type& type) {
               type.mutable_field(0)->clear_options();
-              type.mutable_field(0)->set_label(FieldDescriptorProto::LABEL_REQUIRED);
+              type.mutable_field(0)->set_label(FieldDescriptorProto::LABEL_OPTIONAL);
             }),
-            Missing("value", "missing, required by Zorid"));
+            kConverts);
+  EXPECT_EQ(CheckChangedZorid([](Type& type) { type.clear_field(); }), kConverts);
 
   // In a part of the type.
   const std::string signal =

@@ -68,11 +68,10 @@ Verdict Check(const zorl2::protobuf::InformationClient& message);
 // LagMemberConverter.
 inline Verdict Check(const zorl2::protobuf::LagMemberOperationProto& message);
 
-// A message whose type is known at run time, also a DynamicMessage. One of the six types above is
-// checked as such. Every other message is checked for its required fields, and each message of the
-// six types in it, such as the entries of an IntfEntryList, as the converter of that type would be
-// asked to convert it; a Zorid in a message without a native record is not checked. The first
-// element that fails decides.
+// A message whose type is known at run time, also a DynamicMessage. A message of another type than
+// the six above is checked for its required fields, and the messages of these types in it are
+// checked one by one, for example the entries of an IntfEntryList. The first that fails decides.
+// Only a Zorid is not checked in a message of another type: no converter reads it there.
 Verdict Check(const google::protobuf::Message& message);
 
 // Native to message.
@@ -107,12 +106,12 @@ struct Loss {
   std::string after;                    // What takes its place; empty if nothing does.
 };
 
-// What a successful conversion does not carry over: by kind, then in the order of the fields. Empty
-// if the conversion there and back gives an equal message or record, and if there is none because
-// it fails.
+// FindLosses() returns what a successful conversion does not carry over: by kind, then in the order
+// of the fields. The result is empty if the conversion there and back gives an equal message or
+// record, and if the conversion fails.
 
-// Message to native. A state signal is merged into an empty map: of two elements for one interface
-// the earlier is a loss, and elements that do not ascend are one loss at `intfs`.
+// Message to native, into an empty record. Of two elements of a state signal for one interface the
+// earlier is a loss. Elements that do not ascend are one loss at `intfs`.
 
 // ZORIDConverter.
 std::vector<Loss> FindLosses(const zorl2::protobuf::Zorid& message);
@@ -127,11 +126,11 @@ std::vector<Loss> FindLosses(const zorl2::protobuf::InformationClient& message);
 // LagMemberConverter.
 std::vector<Loss> FindLosses(const zorl2::protobuf::LagMemberOperationProto& message);
 
-// A message whose type is known at run time, as for Check(): the losses of all its elements. Of a
-// message that holds such elements the unknown fields are lost too.
+// A message whose type is known at run time, as for Check(). A message that holds messages of the
+// six types loses what they lose, and its own unknown fields.
 std::vector<Loss> FindLosses(const google::protobuf::Message& message);
 
-// Native to message, into an empty record on the way back.
+// Native to message.
 
 // ZORIDConverter: no losses.
 std::vector<Loss> FindLosses(const zorid_t& record);
@@ -148,18 +147,25 @@ std::vector<Loss> FindLosses(const LagMemberOperation& record);
 
 // Inline, because these conversions take about as long as a call.
 
+// Not for callers.
 namespace internal {
 
+// The number of values of an identifier.
 constexpr int kOctets = 4;
+// The number of values of an absent identifier.
 constexpr int kAbsent = -1;
 
+// The verdict on an identifier of another size.
 Verdict RejectIdentifier(int values);
+// The verdict on two identifiers, if one of them is absent or of another size.
 Verdict RejectOperation(int lag_values, int member_values);
 
+// The verdict on an identifier.
 inline Verdict CheckIdentifier(int values) {
   return values == kOctets ? Verdict{} : RejectIdentifier(values);
 }
 
+// The verdict on the two identifiers of a member operation.
 inline Verdict CheckOperation(int lag_values, int member_values) {
   const bool converts = lag_values == kOctets && member_values == kOctets;
   return converts ? Verdict{} : RejectOperation(lag_values, member_values);

@@ -27,7 +27,8 @@ pb::ShutStateSync Duplicates(int count) {
   signal.set_shutprotocol(pb::STP);
   for (int i = 0; i < count; ++i) {
     pb::ShutStateInfo& intf = *signal.add_intfs();
-    for (const std::uint32_t octet : {0, 0, 0, 3 - i % 4}) intf.mutable_zorid()->add_value(octet);
+    const auto last = static_cast<std::uint32_t>(3 - i % 4);
+    for (const std::uint32_t octet : {0U, 0U, 0U, last}) intf.mutable_zorid()->add_value(octet);
     intf.set_state(true);
   }
   return signal;

@@ -93,7 +93,7 @@ zorid_t InterfaceOf(const Message& signal, const FieldDescriptor& intfs, int ind
 
 // What a map makes of the elements of a signal.
 struct MergedStates {
-  // For each element the last one for its interface. Empty if each element is the only one.
+  // For each element the last one for its interface. Empty if the elements ascend strictly.
   std::vector<int> last;
   bool keeps_order = true;
 };

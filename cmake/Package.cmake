@@ -37,8 +37,9 @@ foreach(component package IN ZIP_LISTS CPACK_COMPONENTS_ALL packages)
   install(FILES ${changelog} ${debian}/copyright
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
 endforeach()
-# A static library is not stripped when it is packed.
+# Static libraries are not stripped when they are packed.
 target_compile_options(zorl2_host PRIVATE -g0)
+target_compile_options(zorl2_check PRIVATE -g0)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zorl2-serialize)
@@ -76,7 +77,8 @@ libzorl2_serialize converts the native interface records of a layer-2\n\
 manager to the proto2 messages of package zorl2.protobuf and back.\n\
 \n\
 This package holds the headers, the schema with its descriptor set, the\n\
-CMake package, the pkg-config modules and the fallback host functions.")
+CMake package, the pkg-config modules, the conversion checks and the\n\
+fallback host functions.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME zorl2-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)

@@ -10,6 +10,9 @@ foreach(folder IN ITEMS native convert c_api)
   list(APPEND ZORL2_SOURCES ${sources})
 endforeach()
 
+file(GLOB ZORL2_CHECK_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
+     ${PROJECT_SOURCE_DIR}/check/*.h)
+
 # How every object of the library is compiled.
 add_library(zorl2_object_options INTERFACE)
 target_include_directories(zorl2_object_options INTERFACE ${PROJECT_SOURCE_DIR})

@@ -128,7 +128,7 @@ step_pkg_config() {
   local in=$SOURCE_DIR/tests/install/consumer out=$work/pkg-config flags
   rm -rf "$out"
   mkdir -p "$out"
-  pkg-config --validate zorl2_serialize zorl2_host
+  pkg-config --validate zorl2_serialize zorl2_host zorl2_check
   [ "$(pkg-config --modversion zorl2_serialize)" = "$VERSION" ] || die "the module's version"
   [ -f "$(pkg-config --variable=descriptor_set zorl2_serialize)" ] || die "the descriptor set"
   read -ra flags <<<"$(pkg-config --cflags --libs zorl2_serialize zorl2_host)"
@@ -144,6 +144,10 @@ step_pkg_config() {
   "$out/now"
   readelf -d "$out/now" | grep -q NOW || die "-z now was lost"
   "$out/list"
+
+  read -ra flags <<<"$(pkg-config --cflags --libs zorl2_check zorl2_host)"
+  $CXX -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/check" "$in/check.cpp" "${flags[@]}"
+  "$out/check"
 
   # The plugins want the library, their process the host functions.
   local library host

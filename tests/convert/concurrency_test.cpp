@@ -14,7 +14,7 @@
 #include "convert/lag_member_converter.h"
 #include "convert/zorid_converter.h"
 #include "native/intf_entry_builder.h"
-#include "tests/state/signals.h"
+#include "tests/convert/signals.h"
 
 namespace pb = zorl2::protobuf;
 

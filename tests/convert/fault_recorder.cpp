@@ -1,4 +1,4 @@
-#include "tests/state/fault_recorder.h"
+#include "tests/convert/fault_recorder.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kMessageSize = 350;
 bool expecting = false;
 
-// A static object like any other of the process: its destructor speaks only at a regular exit.
+// A static object like any other of the process: its destructor writes only at a regular exit.
 struct Farewell {
   ~Farewell() {
     if (expecting) std::fputs("static destructor\n", stderr);
@@ -24,7 +24,7 @@ struct Farewell {
 
 const char* Describe(const char* message) {
 #ifdef ZORL2_ADDRESS_SANITIZER
-  // What lies behind the buffer does not belong to it.
+  // The bytes after the buffer do not belong to it.
   if (__asan_region_is_poisoned(const_cast<char*>(message), kMessageSize) != nullptr) {
     return "a short buffer";
   }

@@ -1,4 +1,4 @@
-// Runs one conversion of the library beside the oracle's and reports how they differ.
+// Runs one conversion of the library and the same one of the oracle, and reports how they differ.
 #pragma once
 
 #include <boost/exception/exception.hpp>
@@ -7,8 +7,10 @@
 #include <string>
 #include <typeinfo>
 
-#include "tests/reliability/native_text.h"
-#include "tests/reliability/wire.h"
+#include "native/intf_entry_builder.h"
+#include "tests/differential/wire.h"
+#include "tests/support/native_text.h"
+#include "tests/support/wire.h"
 
 namespace proof {
 
@@ -28,7 +30,7 @@ inline const char* Name(oracle::Outcome outcome) {
   return "?";
 }
 
-// How a call ended, in the words of Name. An exception counts by its exact type and text.
+// How a call ended, in the words of Name(). Exceptions differ by their exact type and text.
 template <typename Call>
 std::string Ending(Call call) {
   try {
@@ -43,14 +45,21 @@ std::string Ending(Call call) {
   }
 }
 
-inline std::string Hex(const std::string& bytes) {
-  std::string out;
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    (out += "0123456789abcdef"[byte / 16]) += "0123456789abcdef"[byte % 16];
-  }
-  return out;
+inline std::string Hex(const std::string& bytes) { return zorl2_test::ToHex(bytes); }
+
+using zorl2_test::Text;
+
+// The record that the manager would have built from these members.
+inline IntfEntry Build(const oracle::EntryRecord& r) {
+  IntfEntryBuilder builder;
+  builder.addZorId(r.id).addParent(r.parent).addGeneralInfo(r.generalInfo);
+  builder.addStatusInfo(r.statusInfo).addPhysicalInfo(r.physicalInfo).addTypeInfo(r.typeInfo);
+  for (const ProtocolType protocol : r.shutdownProtos) builder.addShutdownProto(protocol);
+  for (const IntfEntry::BlockInfo& block : r.blockInfo) builder.addBlockInfo(block);
+  return builder.setInterfaceCategory(r.interfaceCategory).Build();
 }
+
+inline std::string Text(const oracle::EntryRecord& record) { return Text(Build(record)); }
 
 // The record that the library converts, for the record that the oracle converts.
 template <typename Record>
@@ -59,8 +68,8 @@ const Record& Native(const Record& record) {
 }
 inline IntfEntry Native(const oracle::EntryRecord& record) { return Build(record); }
 
-// Converts the message into copies of the record. Empty when both agree on the ending and on every
-// member, and the message is as it was; a message whose conversion is fatal is not converted.
+// Converts the message into copies of the record. Empty if both agree on the ending and on every
+// member, and the message is unchanged. A message whose conversion is fatal is not converted.
 template <typename Converter, typename Model, typename Message, typename Record>
 std::string DifferenceToNative(const Model& model, const Message& message, const Record& before,
                                oracle::Outcome* outcome = nullptr) {
@@ -76,7 +85,7 @@ std::string DifferenceToNative(const Model& model, const Message& message, const
     difference += "ending: " + ending + " instead of " + Name(expectedEnding) + "\n";
   }
   if (Text(actual) != Text(expected)) {
-    difference += "record: " + Text(actual) + "\n    of: " + Text(expected) + "\n";
+    difference += zorl2_test::TextDifference(Text(expected), Text(actual));
   }
   if (Encode(Read(message)) != Encode(model)) difference += "the source has changed\n";
   if (!difference.empty()) {
@@ -86,7 +95,7 @@ std::string DifferenceToNative(const Model& model, const Message& message, const
 }
 
 // Converts the record into the message, which holds what the model holds, possibly with unknown
-// fields. Empty when both agree on the ending and on every byte, and the record is as it was.
+// fields. Empty if both agree on the ending and on every byte, and the record is unchanged.
 template <typename Converter, typename Model, typename Message, typename Record>
 std::string DifferenceToMessage(const Record& record, const Model& before, Message& message) {
   Model expected = before;

@@ -1,4 +1,4 @@
-#include "tests/support/oracle.h"
+#include "tests/differential/oracle.h"
 
 namespace oracle {
 

@@ -1,6 +1,6 @@
-// A second implementation of the six conversions, kept so plain that reading it is checking it:
-// no tables, no shared helpers, no generated code. Tests compare the library with it; it is written
-// from what the headers promise and must never include one from convert/.
+// A second implementation of the conversions, so plain that reading it is checking it: no tables,
+// no shared helpers, no generated code. Tests compare the library with it. It is written from what
+// the headers promise and must never include a header of convert/.
 #pragma once
 
 #include <cstdint>
@@ -128,7 +128,7 @@ struct Lag {
   std::optional<bool> distributing;
 };
 
-// The native interface entry with its members in the open.
+// The native interface entry with public members.
 struct EntryRecord {
   zorid_t id;
   zorid_t parent;
@@ -155,8 +155,8 @@ Outcome ToNative(const Signal& message, BlockStateInfoSyncSignal& native);
 Outcome ToNative(const Client& message, ZORL2InfoClientConfig& native);
 Outcome ToNative(const Lag& message, LagMemberOperation& native);
 
-// Native to message. The parts of an entry are written over what the message holds, whole messages
-// replace it.
+// Native to message. A part of an entry overwrites fields of the message, a whole message is
+// replaced.
 Outcome ToMessage(const zorid_t& native, Zorid& message);
 Outcome ToMessage(const IntfEntry::GeneralInfo& native, General& message);
 Outcome ToMessage(const IntfEntry::StatusInfo& native, Status& message);
@@ -175,7 +175,7 @@ std::int32_t SerializeProtocol(std::int32_t native);
 std::int32_t DeserializeProtocol(std::int32_t message);
 std::int32_t OneOrZero(std::int32_t blockState);
 
-// Every required field is there, nested ones included.
+// Every required field is present, nested ones included.
 bool Complete(const Entry& message);
 bool Complete(const Signal& message);
 bool Complete(const Client& message);

@@ -1,5 +1,5 @@
-// Between the oracle's plain messages and the generated ones: a hand-written encoder, setters,
-// getters. Compiled with NDEBUG, so that an enumeration may hold a number that it does not list.
+// Between the plain messages of the oracle and the generated ones: a hand-written encoder, setters,
+// getters. Compiled with NDEBUG, so that an enumeration may hold an unlisted value.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 #include "interface_entry.pb.h"
 #include "intf_state.pb.h"
 #include "lag.pb.h"
-#include "tests/support/oracle.h"
+#include "tests/differential/oracle.h"
 
 namespace proof {
 
-// The bytes of a message: fields in the order of their numbers, absent ones left out.
+// The bytes of a message: fields in the order of their numbers, without absent ones.
 std::string Encode(const oracle::Zorid& message);
 std::string Encode(const oracle::General& message);
 std::string Encode(const oracle::Status& message);

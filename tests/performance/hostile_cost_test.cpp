@@ -1,38 +1,18 @@
 // What a hostile peer can make a receiver spend: memory as a multiple of the bytes received, and
 // the growth of both memory and time with them. The printed table is the one in SECURITY.md.
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <functional>
-#include <new>
+#include <string>
 
 #include "convert/intf_entry_converter.h"
 #include "convert/intf_state_converter.h"
-#include "tests/reliability/wire.h"
+#include "tests/differential/wire.h"
+#include "tests/support/allocations.h"
 
 namespace pb = zorl2::protobuf;
-
-static std::size_t heap = 0;
-static std::size_t peak = 0;
-
-void* operator new(std::size_t size) {
-  void* memory = std::malloc(size == 0 ? 1 : size);
-  if (memory == nullptr) throw std::bad_alloc();
-  heap += malloc_usable_size(memory) + sizeof(std::size_t);
-  if (heap > peak) peak = heap;
-  return memory;
-}
-
-void operator delete(void* memory) noexcept {
-  if (memory == nullptr) return;
-  heap -= malloc_usable_size(memory) + sizeof(std::size_t);
-  std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 namespace {
 
@@ -70,18 +50,19 @@ void ParseAndConvert(const std::string& bytes) {
 }
 
 struct Cost {
-  double memory;       // octets of heap per octet received, at the peak
-  double nanoseconds;  // processor time per octet received
+  double memory;       // bytes of heap per byte received, at the peak
+  double nanoseconds;  // processor time per byte received
 };
 
 template <typename Receive>
 Cost Measure(const std::string& bytes, Receive receive) {
+  auto& [made, live, heap, peak] = zorl2_test::allocations;
   const std::size_t before = heap;
-  peak = heap;
+  peak = before;
   const std::clock_t start = std::clock();
   receive(bytes);
   const auto ticks = static_cast<double>(std::clock() - start);
-  EXPECT_EQ(heap, before) << "something was kept";
+  EXPECT_EQ(heap, before) << "leak";
   const auto size = static_cast<double>(bytes.size());
   return {static_cast<double>(peak - before) / size, ticks * (1e9 / CLOCKS_PER_SEC) / size};
 }
@@ -91,7 +72,7 @@ void Check(const char* name, const std::function<std::string(std::size_t)>& make
   receive(make(1000));
   const Cost once = Measure(make(kReceived), receive);
   const Cost eightfold = Measure(make(8 * kReceived), receive);
-  std::printf("%-42s %5.1f octets per octet, %5.1f ns per octet\n", name, eightfold.memory,
+  std::printf("%-42s %5.1f bytes per byte, %5.1f ns per byte\n", name, eightfold.memory,
               eightfold.nanoseconds);
   // Linear in what was received, with room for the doubling of arrays.
   EXPECT_LT(eightfold.memory, 2.1 * once.memory) << name;
@@ -103,21 +84,21 @@ const auto kShut = ParseAndConvert<ShutStateConverter, pb::ShutStateSync, ShutSt
 
 TEST(HostileCost, MemoryGrowsLinearlyWithTheBytesReceived) {
   Check(
-      "entry, shutdown protocols of 2 octets",
+      "entry, shutdown protocols of 2 bytes",
       [](std::size_t n) { return Repeated(Entry(), "\x38\x04", n); }, kEntry);
   Check(
-      "entry, block entries of 6 octets",
+      "entry, block entries of 6 bytes",
       [](std::size_t n) { return Repeated(Entry(), std::string("\x42\x04\x08\x05\x10\x01"), n); },
       kEntry);
   Check(
-      "entry, empty block entries (refused)",
+      "entry, empty block entries (rejected)",
       [](std::size_t n) { return Repeated(Entry(), std::string("\x42\0", 2), n); }, kEntry);
   Check(
-      "entry, unknown fields of 3 octets",
+      "entry, unknown fields of 3 bytes",
       [](std::size_t n) { return Repeated(Entry(), "\xc0\x3e\x05", n); }, kEntry);
   Check("shutdown signal, distinct interfaces", States, kShut);
   Check(
-      "shutdown signal, empty elements (refused)",
+      "shutdown signal, empty elements (rejected)",
       [](std::size_t n) { return Repeated("\x08\x04", std::string("\x12\0", 2), n); }, kShut);
 }
 

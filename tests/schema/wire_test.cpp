@@ -1,201 +1,219 @@
+// Every message of the schema as bytes: known bytes, required fields, closed enumerations, text.
+// The messages, fields and values are found by their descriptors, so that an addition to the schema
+// is tested without a change here.
 #include <gmock/gmock.h>
+#include <google/protobuf/descriptor.h>
+#include <google/protobuf/message.h>
+#include <google/protobuf/text_format.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "interface_entry.pb.h"
-#include "tests/support/entry_fixtures.h"
+#include "lag.pb.h"
+#include "tests/schema/schema_files.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/message_matchers.h"
 #include "tests/support/required_fields.h"
 #include "tests/support/unknown_fields.h"
 #include "tests/support/wire.h"
 
+namespace gp = google::protobuf;
 namespace pb = zorl2::protobuf;
 
+using gp::FieldDescriptor;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
-using zorl2_test::EqualsMessage;
-using zorl2_test::FromHex;
 using zorl2_test::FromText;
 using zorl2_test::FromWire;
-using zorl2_test::FullEntryMessage;
 using zorl2_test::LogCapture;
+using zorl2_test::MessageDifference;
 using zorl2_test::ToHex;
 using zorl2_test::UnknownVarints;
 using zorl2_test::WireOf;
 
 namespace {
 
-// A client that is complete, for the messages that need one.
-const char* const kClientText =
-    "infoClient { clientAddress: 1 protocolType: LLDP token: '' "
-    "intfCategory { L1: false L2: false VP: false L2_SUB_IF: false VIRTUAL_IF: false } }";
+const std::filesystem::path kKnown = ZORL2_SOURCE_DIR "/tests/testdata/messages";
 
-TEST(InterfaceEntryWire, TheFullEntryIsTheKnownBytes) {
-  std::ifstream file(std::string(ZORL2_SOURCE_DIR) + "/tests/testdata/entry_full.hex");
-  const std::string known = FromHex({std::istreambuf_iterator<char>(file), {}});
-  ASSERT_EQ(known.size(), 142U);
-  EXPECT_EQ(WireOf(FullEntryMessage()), ToHex(known));
-  pb::IntfEntry parsed;
-  EXPECT_TRUE(parsed.ParseFromString(known));
-  EXPECT_THAT(parsed, EqualsMessage(FullEntryMessage()));
+std::string Contents(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  EXPECT_TRUE(file) << path << " is missing";
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
-TEST(InterfaceEntryWire, AListAndAnIndicationCarryTheEntry) {
-  const std::string entry = FullEntryMessage().SerializeAsString();
-  auto list = FromText<pb::IntfEntryList>(kClientText);
-  *list.add_intfentry() = FullEntryMessage();
-  // 142 octets: a length of 8E 01 behind the tag of field 2.
-  EXPECT_EQ(WireOf(list),
-            "0A 12 08 01 10 01 1A 0A 08 00 10 00 18 00 20 00 28 00 22 00 12 8E 01 " + ToHex(entry));
-  auto indication = FromText<pb::IntfIndication>("indCategory: VIRTUAL_IF indType: DEL");
-  *indication.mutable_intfentry() = FullEntryMessage();
-  EXPECT_EQ(WireOf(indication), "08 04 10 02 1A 8E 01 " + ToHex(entry));
+// The tag of a field with a number below 16, as a varint or length-delimited.
+char Tag(const FieldDescriptor* field, int wire_type) {
+  EXPECT_LT(field->number(), 16);
+  return static_cast<char>(field->number() << 3 | wire_type);
 }
 
-TEST(InterfaceEntryWire, ParentAndBothListsMayBeMissing) {
-  pb::IntfEntry message = FullEntryMessage();
-  message.clear_parent();
-  message.clear_shutdownprotos();
-  message.clear_blockinfo();
-  EXPECT_TRUE(message.IsInitialized());
-  EXPECT_TRUE(message.ParseFromString(message.SerializeAsString()));
+class EveryMessage : public testing::TestWithParam<const gp::Descriptor*> {
+ protected:
+  using Pointer = std::unique_ptr<gp::Message>;
+
+  // An empty message of the type, and one that holds the known text.
+  static Pointer Empty() {
+    return Pointer(
+        gp::MessageFactory::generated_factory()->GetPrototype(GetParam())->New());
+  }
+  static Pointer Known() {
+    Pointer message = Empty();
+    EXPECT_TRUE(
+        gp::TextFormat::ParseFromString(Contents(kKnown / (GetParam()->name() + ".txtpb")),
+                                        message.get()));
+    return message;
+  }
+
+  static std::vector<const FieldDescriptor*> Fields(FieldDescriptor::CppType type) {
+    std::vector<const FieldDescriptor*> fields;
+    for (int i = 0; i < GetParam()->field_count(); ++i) {
+      if (GetParam()->field(i)->cpp_type() == type) fields.push_back(GetParam()->field(i));
+    }
+    return fields;
+  }
+};
+
+// The bytes were not made by this library.
+TEST_P(EveryMessage, TheKnownBytesAreTheKnownText) {
+  const std::string bytes = Contents(kKnown / (GetParam()->name() + ".bin"));
+  EXPECT_EQ(WireOf(*Known()), ToHex(bytes));
+  const Pointer parsed = Empty();
+  ASSERT_TRUE(parsed->ParseFromString(bytes));
+  EXPECT_EQ(MessageDifference(*Known(), *parsed), "");
 }
 
-TEST(InterfaceEntryWire, EveryRequiredFieldIsNeededWhereverItStands) {
-  const auto paths = zorl2_test::RequiredFields(FullEntryMessage());
-  ASSERT_EQ(paths.size(), 33U);
+// A prefix of the bytes either does not parse or is the whole of a shorter message.
+TEST_P(EveryMessage, ATruncatedMessageIsRejected) {
+  const std::string bytes = Contents(kKnown / (GetParam()->name() + ".bin"));
   LogCapture log;
-  for (const auto& path : paths) {
-    pb::IntfEntry message = FullEntryMessage();
-    zorl2_test::RemoveField(path, message);
-    EXPECT_FALSE(message.IsInitialized()) << path.Name();
-    // Neither is a list or an indication that holds it.
-    auto list = FromText<pb::IntfEntryList>(kClientText);
-    *list.add_intfentry() = message;
-    EXPECT_FALSE(list.IsInitialized()) << path.Name();
-    pb::IntfIndication indication;
-    indication.set_indcategory(pb::L1);
-    indication.set_indtype(pb::ADD);
-    *indication.mutable_intfentry() = message;
-    EXPECT_FALSE(indication.IsInitialized()) << path.Name();
-    pb::IntfEntry parsed;
-    EXPECT_FALSE(parsed.ParseFromString(FromHex(WireOf(message)))) << path.Name();
+  for (std::size_t length = 0; length < bytes.size(); ++length) {
+    const Pointer parsed = Empty();
+    if (parsed->ParseFromString(bytes.substr(0, length))) {
+      EXPECT_EQ(parsed->SerializeAsString(), bytes.substr(0, length));
+      EXPECT_LT(parsed->ByteSizeLong(), bytes.size());
+    }
+  }
+}
+
+TEST_P(EveryMessage, WithoutARequiredFieldIsRejectedAndTheLogNamesTheField) {
+  LogCapture log;
+  for (const auto& path : zorl2_test::RequiredFields(*Known())) {
+    SCOPED_TRACE(path.Name());
+    const Pointer message = Known();
+    zorl2_test::RemoveField(path, *message);
+    EXPECT_FALSE(message->IsInitialized());
+    const Pointer parsed = Empty();
+    EXPECT_FALSE(parsed->ParseFromString(message->SerializePartialAsString()));
     EXPECT_THAT(LogCapture::TakeErrors(), ElementsAre(HasSubstr(path.Name())));
   }
 }
 
-TEST(InterfaceEntryWire, AListNeedsItsClientButNoEntry) {
-  EXPECT_TRUE(FromText<pb::IntfEntryList>(kClientText).IsInitialized());
-  EXPECT_FALSE(pb::IntfEntryList().IsInitialized());
-}
-
-TEST(InterfaceEntryWire, AnIndicationNeedsItsThreeFields) {
-  pb::IntfIndication full;
-  full.set_indcategory(pb::L1);
-  full.set_indtype(pb::ADD);
-  *full.mutable_intfentry() = FullEntryMessage();
-  EXPECT_TRUE(full.IsInitialized());
-  pb::IntfIndication without = full;
-  without.clear_indcategory();
-  EXPECT_FALSE(without.IsInitialized());
-  without = full;
-  without.clear_indtype();
-  EXPECT_FALSE(without.IsInitialized());
-  without = full;
-  without.clear_intfentry();
-  EXPECT_FALSE(without.IsInitialized());
-}
-
-TEST(InterfaceEntryWire, AnUnlistedCategoryStaysAbsentAndIsKeptAsUnknown) {
-  pb::IntfEntry without = FullEntryMessage();
-  without.clear_intfcategory();
-  const std::string wire = WireOf(without) + " 48 05";
-  const auto message = FromWire<pb::IntfEntry>(wire);
-  EXPECT_FALSE(message.has_intfcategory());
-  EXPECT_FALSE(message.IsInitialized());
-  EXPECT_THAT(UnknownVarints(message), ElementsAre(Pair(9, 5)));
-  EXPECT_EQ(WireOf(message), wire);
-}
-
-// Each enumerated field of a nested message, with the first number that its enumeration lacks.
-TEST(InterfaceEntryWire, EveryNestedEnumerationIsClosed) {
-  const auto expect = [](auto message, const std::string& wire, int field, std::uint64_t number) {
-    EXPECT_TRUE(message.ParsePartialFromString(FromHex(wire)));
-    const auto* descriptor = message.GetDescriptor()->FindFieldByNumber(field);
-    EXPECT_FALSE(message.GetReflection()->HasField(message, descriptor)) << descriptor->full_name();
-    EXPECT_THAT(UnknownVarints(message), ElementsAre(Pair(field, number)));
-    EXPECT_EQ(WireOf(message), wire);
-  };
-  expect(pb::StatusInfo(), "08 02", 1, 2);
-  expect(pb::StatusInfo(), "10 02", 2, 2);
-  expect(pb::StatusInfo(), "18 02", 3, 2);
-  expect(pb::PhysicalInfo(), "10 0C", 2, 12);
-  expect(pb::PhysicalInfo(), "18 03", 3, 3);
-  expect(pb::TypeInfo(), "08 05", 1, 5);
-  expect(pb::TypeInfo(), "18 05", 3, 5);
-  expect(pb::BlockInfo(), "08 0D", 1, 13);
-  expect(pb::BlockInfo(), "10 02", 2, 2);
-  expect(pb::IntfIndication(), "08 05", 1, 5);
-  expect(pb::IntfIndication(), "10 03", 2, 3);
-}
-
-TEST(InterfaceEntryWire, AnUnlistedShutdownProtocolIsSkippedAndKeptPackedOrNot) {
-  for (const char* run : {"38 03 38 0D 38 04", "3A 03 03 0D 04"}) {
-    const auto message = FromWire<pb::IntfEntry>(run);
-    EXPECT_THAT(message.shutdownprotos(), ElementsAre(pb::LACP, pb::STP)) << run;
-    EXPECT_THAT(UnknownVarints(message), ElementsAre(Pair(7, 13))) << run;
-    EXPECT_EQ(WireOf(message), "38 03 38 04 38 0D") << run;
+TEST_P(EveryMessage, AnUnlistedValueBecomesAnUnknownField) {
+  for (const FieldDescriptor* field : Fields(FieldDescriptor::CPPTYPE_ENUM)) {
+    SCOPED_TRACE(field->full_name());
+    const auto last = static_cast<char>(field->enum_type()->value_count());
+    // The first unlisted value, 128, 2^31, and -1 as the ten bytes of a negative number.
+    const std::pair<std::string, std::uint64_t> values[] = {
+        {std::string(1, last), static_cast<std::uint64_t>(last)},
+        {"\x80\x01", 128},
+        {"\x80\x80\x80\x80\x08", 0x80000000},
+        {"\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x01", 0xFFFFFFFFFFFFFFFF}};
+    for (const auto& [varint, value] : values) {
+      const std::string bytes = Tag(field, 0) + varint;
+      const Pointer message = Empty();
+      EXPECT_TRUE(message->ParsePartialFromString(bytes));
+      EXPECT_EQ(field->is_repeated() ? message->GetReflection()->FieldSize(*message, field)
+                                     : message->GetReflection()->HasField(*message, field),
+                0);
+      EXPECT_THAT(UnknownVarints(*message), ElementsAre(Pair(field->number(), value)));
+      EXPECT_EQ(message->SerializePartialAsString(), bytes);
+      EXPECT_TRUE(!field->is_required() || !message->IsInitialized());
+    }
   }
 }
 
-TEST(InterfaceEntryWire, ShutdownProtocolsAreWrittenUnpackedAndReadEitherWay) {
-  const auto message = FromText<pb::IntfEntry>("shutdownProtos: [STP, STP, L1_PROTO]");
-  EXPECT_EQ(WireOf(message), "38 04 38 04 38 0A");
-  EXPECT_THAT(FromWire<pb::IntfEntry>("3A 03 04 04 0A"), EqualsMessage(message));
-}
-
-TEST(InterfaceEntryWire, TheBridgePortNumberMayBeMissing) {
-  auto message = FromText<pb::GeneralInfo>(zorl2_test::kFullGeneralInfoText);
-  EXPECT_TRUE(message.has_bridge_port_number());
-  message.clear_bridge_port_number();
-  EXPECT_TRUE(message.IsInitialized());
-  pb::GeneralInfo parsed;
-  EXPECT_TRUE(parsed.ParseFromString(message.SerializeAsString()));
-  EXPECT_FALSE(parsed.has_bridge_port_number());
-  EXPECT_EQ(parsed.bridge_port_number(), 0U);
-}
-
-TEST(InterfaceEntryWire, StringsThatAreNotUtf8AreKeptAndLoggedUnderTheirFieldOnBothSides) {
-  pb::GeneralInfo message;
-  message.set_intf_name("\x80");
-  message.set_phy_addr("\xC0\xAF");
-  message.set_redundancy_group_id(1);
-  message.set_redundancy_group_phy_addr("\xED\xA0\x80");
-  const auto all_three =
-      ElementsAre(HasSubstr("'zorl2.protobuf.GeneralInfo.intf_name'"),
-                  HasSubstr("'zorl2.protobuf.GeneralInfo.phy_addr'"),
-                  HasSubstr("'zorl2.protobuf.GeneralInfo.redundancy_group_phy_addr'"));
-  LogCapture log;
-  const std::string bytes = message.SerializeAsString();
-  EXPECT_THAT(LogCapture::TakeErrors(), all_three);
-  pb::GeneralInfo parsed;
-  EXPECT_TRUE(parsed.ParseFromString(bytes));
-  EXPECT_THAT(LogCapture::TakeErrors(), all_three);
-  EXPECT_THAT(parsed, EqualsMessage(message));
-}
-
-TEST(InterfaceEntryWire, EveryTruncationOfTheEntryIsRefused) {
-  const std::string whole = FullEntryMessage().SerializeAsString();
-  LogCapture log;
-  for (std::size_t length = 0; length < whole.size(); ++length) {
-    pb::IntfEntry message;
-    EXPECT_FALSE(message.ParseFromString(whole.substr(0, length))) << length;
+TEST_P(EveryMessage, EveryListedValueIsItsNumber) {
+  for (const FieldDescriptor* field : Fields(FieldDescriptor::CPPTYPE_ENUM)) {
+    EXPECT_EQ(field->default_value_enum()->number(), 0) << field->full_name();
+    for (int i = 0; i < field->enum_type()->value_count(); ++i) {
+      const std::string bytes{Tag(field, 0), static_cast<char>(i)};
+      const Pointer message = Empty();
+      EXPECT_TRUE(message->ParsePartialFromString(bytes));
+      EXPECT_THAT(UnknownVarints(*message), testing::IsEmpty()) << field->full_name() << i;
+      EXPECT_EQ(message->SerializePartialAsString(), bytes);
+    }
   }
+}
+
+TEST_P(EveryMessage, TextThatIsNotUtf8IsKeptAndLoggedOnBothSides) {
+  LogCapture log;
+  for (const FieldDescriptor* field : Fields(FieldDescriptor::CPPTYPE_STRING)) {
+    const auto names_field = ElementsAre(HasSubstr("'" + field->full_name() + "'"));
+    const Pointer message = Known();
+    message->GetReflection()->SetString(message.get(), field, "caf\xC3\xA9");
+    EXPECT_TRUE(message->ParseFromString(message->SerializeAsString()));
+    EXPECT_THAT(LogCapture::TakeErrors(), testing::IsEmpty()) << "UTF-8 is not logged";
+    message->GetReflection()->SetString(message.get(), field, "\xFF\xFE text");
+    const std::string bytes = message->SerializeAsString();
+    EXPECT_THAT(LogCapture::TakeErrors(), names_field);
+    const Pointer parsed = Empty();
+    EXPECT_TRUE(parsed->ParseFromString(bytes));
+    EXPECT_THAT(LogCapture::TakeErrors(), names_field);
+    EXPECT_EQ(MessageDifference(*message, *parsed), "");
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Schema, EveryMessage, testing::ValuesIn(zorl2_test::SchemaMessages()),
+                         [](const auto& message) { return message.param->name(); });
+
+TEST(Wire, EveryMessageHasKnownBytesAndNoOtherFilesExist) {
+  std::set<std::string> expected, found;
+  for (const gp::Descriptor* message : zorl2_test::SchemaMessages()) {
+    expected.insert({message->name() + ".bin", message->name() + ".txtpb"});
+  }
+  EXPECT_EQ(expected.size(), 2 * 27U);
+  for (const auto& entry : std::filesystem::directory_iterator(kKnown)) {
+    found.insert(entry.path().filename());
+  }
+  EXPECT_EQ(found, expected);
+}
+
+TEST(Wire, AMessageOfOptionalFieldsMayBeEmpty) {
+  for (const gp::Descriptor* type : zorl2_test::SchemaMessages()) {
+    const auto* message = gp::MessageFactory::generated_factory()->GetPrototype(type);
+    bool requires_field = false;
+    for (int i = 0; i < type->field_count(); ++i) requires_field |= type->field(i)->is_required();
+    EXPECT_EQ(message->IsInitialized(), !requires_field) << type->name();
+  }
+}
+
+TEST(Wire, IdentifiersArePackedAndReadEitherWay) {
+  const auto message = FromText<pb::Zorid>("value: [1, 128, 127, 4294967295]");
+  EXPECT_EQ(WireOf(message), "0A 09 01 80 01 7F FF FF FF FF 0F");
+  for (const char* wire : {"0A 04 0A 14 1E 28", "08 0A 08 14 08 1E 08 28", "08 0A 0A 02 14 1E 08 28"}) {
+    EXPECT_EQ(WireOf(FromWire<pb::Zorid>(wire)), "0A 04 0A 14 1E 28");
+  }
+}
+
+TEST(Wire, ShutdownProtocolsAreUnpackedAndReadEitherWay) {
+  for (const char* wire : {"38 03 38 0D 38 04", "3A 03 03 0D 04"}) {
+    const auto message = FromWire<pb::IntfEntry>(wire);
+    EXPECT_THAT(message.shutdownprotos(), ElementsAre(pb::LACP, pb::STP));
+    EXPECT_THAT(UnknownVarints(message), ElementsAre(Pair(7, 13)));
+    EXPECT_EQ(WireOf(message), "38 03 38 04 38 0D");
+  }
+}
+
+TEST(Wire, ANegativeNumberHasTenBytes) {
+  EXPECT_EQ(WireOf(FromText<pb::LagLoadBalance>("lag: 127 load_balance: -1")),
+            "08 7F 10 FF FF FF FF FF FF FF FF FF 01");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// Replaces the library's own header of this name with an identifier conversion that fails when the
-// test wants it, so that each fault site of the state converters is reached.
+// Replaces the library's own header of this name with an identifier conversion that fails, so
+// that each fault site of the state converters is reached.
 #pragma once
 
 #include "native/zorid.h"

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <ostream>
 #include <string>
 
 #include "tests/convert/conversions.h"
@@ -103,8 +104,7 @@ TEST(IntfEntryConverter, MessageToNative_AnAbsentParentBecomesZero) {
   message.clear_parent();
   zorl2_test::Append(*parent, {1, 2, 3, 4});
   const IntfEntry entry = ToNative(message);
-  EXPECT_EQ(NativeDifference(FullEntry(), entry),
-            "- parent: 55.66.77.188\n+ parent: 0.0.0.0\n");
+  EXPECT_EQ(NativeDifference(FullEntry(), entry), "- parent: 55.66.77.188\n+ parent: 0.0.0.0\n");
   EXPECT_THAT(ToMessage(entry).parent(), EqualsText<pb::Zorid>("value: [0, 0, 0, 0]"));
 }
 
@@ -217,6 +217,8 @@ struct Nested {
   const char* name;
   int count;
   std::function<void(pb::IntfEntry&, int)> set;
+
+  friend std::ostream& operator<<(std::ostream& out, const Nested& n) { return out << n.name; }
 };
 class UnlistedNested : public testing::TestWithParam<Nested> {};
 
@@ -231,11 +233,11 @@ TEST_P(UnlistedNested, MessageToNative_LeavesTheEntryUnchanged) {
   }
 }
 
-#define NESTED(part, field, type, count)                              \
-  Nested {                                                            \
-    #type, count, [](pb::IntfEntry& m, int number) {                  \
-      m.mutable_##part()->set_##field(static_cast<pb::type>(number)); \
-    }                                                                 \
+#define NESTED(part, field, type, count)                                                   \
+  Nested {                                                                                 \
+#type, count,                                                                          \
+        [](pb::IntfEntry & m,                                                              \
+           int number) { m.mutable_##part()->set_##field(static_cast<pb::type>(number)); } \
   }
 INSTANTIATE_TEST_SUITE_P(
     Enumerations, UnlistedNested,

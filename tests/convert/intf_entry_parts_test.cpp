@@ -80,8 +80,8 @@ struct General : Part<pb::GeneralInfo, IntfEntry::GeneralInfo, &In::ConvertGener
       "intf_name: '' phy_addr: '' bridge_port_number: 0 redundancy_group_id: 0 "
       "redundancy_group_phy_addr: ''";
 };
-struct Status : Part<pb::StatusInfo, IntfEntry::StatusInfo, &In::ConvertStatusInfo,
-                     &Out::ConvertStatusInfo> {
+struct Status
+    : Part<pb::StatusInfo, IntfEntry::StatusInfo, &In::ConvertStatusInfo, &Out::ConvertStatusInfo> {
   static Message FullMessage() { return FromText<Message>(zorl2_test::kFullStatusInfoText); }
   static Record FullRecord() { return zorl2_test::FullStatusInfo(); }
   static Record OtherRecord() { return OtherEntry().getStatusInfo(); }
@@ -109,8 +109,7 @@ struct Flags : Part<pb::InterfaceFlags, IntfEntry::InterfaceFlags, &In::ConvertI
       "if_l2_switching: false if_in_bundle: false l2_bundle: false l2_sub_if: false "
       "point_to_point: false if_multicast: false";
 };
-struct Type
-    : Part<pb::TypeInfo, IntfEntry::TypeInfo, &In::ConvertTypeInfo, &Out::ConvertTypeInfo> {
+struct Type : Part<pb::TypeInfo, IntfEntry::TypeInfo, &In::ConvertTypeInfo, &Out::ConvertTypeInfo> {
   static Message FullMessage() { return FromText<Message>(zorl2_test::kFullTypeInfoText); }
   static Record FullRecord() { return zorl2_test::FullTypeInfo(); }
   static Record OtherRecord() { return OtherEntry().getTypeInfo(); }

@@ -37,8 +37,8 @@ const zorid_t kC = Id(250, 251, 252, 253);
 const zorid_t kGreatest = Id(255, 255, 255, 255);
 
 // The value in a message and the native value of the protocols that a state signal can carry.
-constexpr std::pair<int, int> kSignalProtocols[] = {{0, 12}, {1, 0}, {2, 1}, {3, 2}, {4, 3},  {5, 4},
-                                              {6, 5},  {7, 6}, {8, 7}, {9, 8}, {12, 11}};
+constexpr std::pair<int, int> kSignalProtocols[] = {
+    {0, 12}, {1, 0}, {2, 1}, {3, 2}, {4, 3}, {5, 4}, {6, 5}, {7, 6}, {8, 7}, {9, 8}, {12, 11}};
 
 template <typename Case>
 class StateConverter : public testing::Test {
@@ -75,9 +75,9 @@ TYPED_TEST(StateConverter, MessageToNative_WritesProtocolIdentifiersAndStates) {
   Add<TypeParam>(message, kC, true);
   Add<TypeParam>(message, kA, true);
   Add<TypeParam>(message, kB, false);
-  EXPECT_THAT(this->ToNative(message, {}),
-              EqualsNative(this->MakeSignal(
-                  {{kA, this->kOn}, {kB, this->kOff}, {kC, this->kOn}}, STP)));
+  EXPECT_THAT(
+      this->ToNative(message, {}),
+      EqualsNative(this->MakeSignal({{kA, this->kOn}, {kB, this->kOff}, {kC, this->kOn}}, STP)));
 }
 
 TYPED_TEST(StateConverter, MessageToNative_KeepsTheLow8BitsOfEachValue) {
@@ -94,10 +94,10 @@ TYPED_TEST(StateConverter, MessageToNative_TheLaterElementOfAnInterfaceWins) {
       Add<TypeParam>(message, id, !last);
       Add<TypeParam>(message, kB, !last);
       Add<TypeParam>(message, id, last);
-      EXPECT_THAT(this->ToNative(message, {}),
-                  EqualsNative(this->MakeSignal({{id, last ? this->kOn : this->kOff},
-                                                 {kB, last ? this->kOff : this->kOn}},
-                                                LACP)));
+      EXPECT_THAT(
+          this->ToNative(message, {}),
+          EqualsNative(this->MakeSignal(
+              {{id, last ? this->kOn : this->kOff}, {kB, last ? this->kOff : this->kOn}}, LACP)));
     }
   }
 }
@@ -228,8 +228,7 @@ TYPED_TEST(StateConverter, NativeToMessage_ARejectedProtocolLeavesTheMessageClea
   auto numbers = NumbersOutside(13);
   numbers.insert(numbers.end(), {L1_PROTO, L2_PROTO});
   for (const std::int32_t number : numbers) {
-    const auto signal =
-        this->MakeSignal({{kA, this->kOn}}, static_cast<ProtocolType>(number));
+    const auto signal = this->MakeSignal({{kA, this->kOn}}, static_cast<ProtocolType>(number));
     auto message = EmptyMessage<TypeParam>(pb::STP);
     Add<TypeParam>(message, kB, true);
     zorl2_test::AddUnknownField(message);
@@ -291,8 +290,7 @@ TYPED_TEST(StateConverter, NativeToMessage_ReplacesWhatAnAbsentSubmessageHolds) 
 TYPED_TEST(StateConverter, RoundTrip_PreservesTwentyThousandInterfaces) {
   auto signal = this->MakeSignal({}, LBD);
   for (int i = 0; i < 20000; ++i) {
-    const zorid_t id =
-        Id(7, 0, static_cast<std::uint8_t>(i >> 8), static_cast<std::uint8_t>(i));
+    const zorid_t id = Id(7, 0, static_cast<std::uint8_t>(i >> 8), static_cast<std::uint8_t>(i));
     (signal.*TypeParam::kStates)[id] = i % 3 == 0 ? this->kOn : this->kOff;
   }
   typename TypeParam::Message message;

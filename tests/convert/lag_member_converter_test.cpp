@@ -103,8 +103,8 @@ TEST(LagMember, MessageToNative_AnAbsentOrMalformedIdentifierLeavesTheRecordUnch
       std::memset(reinterpret_cast<char*>(&operation.distributing) + 1, 0x5A, 2);
       std::array<unsigned char, sizeof(operation)> before;
       std::memcpy(before.data(), &operation, sizeof(operation));
-      EXPECT_FALSE(zorl2_test::Silently(
-          [&] { return LagMemberConverter().Convert(message, operation); }));
+      EXPECT_FALSE(
+          zorl2_test::Silently([&] { return LagMemberConverter().Convert(message, operation); }));
       EXPECT_EQ(std::memcmp(&operation, before.data(), sizeof(operation)), 0);
     }
   }

@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <string>
 #include <type_traits>
 
@@ -19,7 +20,6 @@
 #include "native/pvex_fault.h"
 #include "tests/differential/compare.h"
 #include "tests/differential/generate.h"
-#include "tests/differential/kinds.h"
 #include "tests/differential/part_converters.h"
 
 namespace pb = zorl2::protobuf;
@@ -100,7 +100,8 @@ std::string DifferenceToFresh(const pb::IntfEntry& message, const oracle::EntryR
 }
 
 using proof::Generator;
-using proof::Tally;
+
+using Tally = std::map<std::string, int>;
 
 // Half of the messages are set field by field, so that an enumeration may hold any number; the
 // other half is parsed from bytes that no generated code made.
@@ -124,8 +125,8 @@ Tally MessagesToNatives(Model (Generator::*message)(), Record (Generator::*recor
       model = proof::Read(source);
     }
     oracle::Outcome outcome;
-    std::string difference =
-        proof::DifferenceToNative<Converter>(model, source, before, &outcome);
+    oracle::TakeNotes();
+    std::string difference = proof::DifferenceToNative<Converter>(model, source, before, &outcome);
     if constexpr (std::is_same_v<Record, oracle::EntryRecord>) {
       difference += DifferenceToFresh(source, before);
     }
@@ -134,16 +135,15 @@ Tally MessagesToNatives(Model (Generator::*message)(), Record (Generator::*recor
           << "seed " << seed;
     }
     ++tally[proof::Name(outcome)];
-    for (const std::string& kind : proof::KindsOf(model)) ++tally[kind];
+    for (const std::string& condition : oracle::TakeNotes()) ++tally[condition];
     EXPECT_EQ("", difference) << "seed " << seed;
-    if (testing::Test::HasFailure()) break;
+    if (!difference.empty()) break;
   }
   return tally;
 }
 
 template <typename Converter, typename Message, typename Model, typename Record>
-Tally NativesToMessages(Model (Generator::*message)(), Record (Generator::*record)(),
-                        bool clears) {
+Tally NativesToMessages(Model (Generator::*message)(), Record (Generator::*record)(), bool clears) {
   Tally tally;
   for (std::uint64_t i = 0; i < kInputs; ++i) {
     const std::uint64_t seed = Seed() + i * 0x9e3779b97f4a7c15 + 1;
@@ -158,11 +158,13 @@ Tally NativesToMessages(Model (Generator::*message)(), Record (Generator::*recor
     }
     if (clears) AddUnknownField(destination);
     Model expected = before;
+    oracle::TakeNotes();
     ++tally[proof::Name(oracle::ToMessage(source, expected))];
-    for (const std::string& kind : proof::KindsOf(source)) ++tally[kind];
-    EXPECT_EQ("", (proof::DifferenceToMessage<Converter>(source, before, destination)))
-        << "seed " << seed;
-    if (testing::Test::HasFailure()) break;
+    for (const std::string& condition : oracle::TakeNotes()) ++tally[condition];
+    const std::string difference =
+        proof::DifferenceToMessage<Converter>(source, before, destination);
+    EXPECT_EQ("", difference) << "seed " << seed;
+    if (!difference.empty()) break;
   }
   return tally;
 }
@@ -171,13 +173,13 @@ Tally NativesToMessages(Model (Generator::*message)(), Record (Generator::*recor
 // A condition that is not listed is a mistake in this test.
 void Check(const char* direction, const Tally& tally, const Tally& least) {
   std::printf("%s, of %d inputs:\n", direction, static_cast<int>(kInputs));
-  for (const auto& [kind, count] : tally) {
-    std::printf("  %6d  %s\n", count, kind.c_str());
-    EXPECT_EQ(least.count(kind), 1U) << kind;
+  for (const auto& [condition, count] : tally) {
+    std::printf("  %6d  %s\n", count, condition.c_str());
+    EXPECT_EQ(least.count(condition), 1U) << condition;
   }
-  for (const auto& [kind, count] : least) {
-    const auto found = tally.find(kind);
-    EXPECT_GE(found == tally.end() ? 0 : found->second, count) << kind;
+  for (const auto& [condition, count] : least) {
+    const auto found = tally.find(condition);
+    EXPECT_GE(found == tally.end() ? 0 : found->second, count) << condition;
   }
 }
 
@@ -186,8 +188,8 @@ template <typename Converter, typename Message, typename Model, typename Record>
 void Compare(Model (Generator::*message)(), const Tally& leastOfMessages,
              Record (Generator::*record)(), const Tally& leastOfRecords, bool clears = true,
              int faultLine = 0) {
-  Check("message to native",
-        MessagesToNatives<Converter, Message>(message, record, faultLine), leastOfMessages);
+  Check("message to native", MessagesToNatives<Converter, Message>(message, record, faultLine),
+        leastOfMessages);
   Check("native to message", NativesToMessages<Converter, Message>(message, record, clears),
         leastOfRecords);
 }
@@ -206,9 +208,9 @@ constexpr char kState[] = "unlisted block state";
 constexpr char kUnlistedInSignals[] = "L1_PROTO or L2_PROTO";
 
 TEST(Differential, IdentifiersAgree) {
-  Compare<ZORIDConverter, pb::Zorid>(
-      &Generator::Zorid, {{kTrue, 5000}, {kFalse, 100}, {kCount, 100}, {kOctet, 1000}},
-      &Generator::NativeZorid, {{kTrue, 10000}});
+  Compare<ZORIDConverter, pb::Zorid>(&Generator::Zorid,
+                                     {{kTrue, 5000}, {kFalse, 100}, {kCount, 100}, {kOctet, 1000}},
+                                     &Generator::NativeZorid, {{kTrue, 10000}});
 }
 
 // The unlisted values that reject an entry, as often as each occurs at least.
@@ -223,7 +225,7 @@ Tally NestedEnumerations(int least) {
 }
 
 TEST(Differential, EntriesAgree) {
-  Tally messages = NestedEnumerations(100);
+  Tally messages = NestedEnumerations(20);
   messages.insert({{kTrue, 3000},
                    {kFalse, 1000},
                    {kInvalidKey, 300},
@@ -234,17 +236,17 @@ TEST(Differential, EntriesAgree) {
                    {kOctet, 1000},
                    {"no bridge port number", 1000},
                    {"bridge port number above 65535", 1000},
-                   {kProtocol, 100},
-                   {kState, 100},
-                   {"unlisted category", 100}});
-  Tally records = NestedEnumerations(100);
+                   {kProtocol, 50},
+                   {kState, 50},
+                   {"unlisted category", 20}});
+  Tally records = NestedEnumerations(50);
   records.insert({{kTrue, 3000},
                   {kInvalidKey, 1000},
                   {kMapAt, 20},
                   {"MTU above 32 bits", 1000},
                   {kProtocol, 100},
                   {kState, 100},
-                  {"unlisted category", 100}});
+                  {"unlisted category", 50}});
   Compare<IntfEntryConverter, pb::IntfEntry>(&Generator::Entry, messages, &Generator::NativeEntry,
                                              records);
 }
@@ -263,12 +265,8 @@ void CompareSignals(oracle::Signal (Generator::*message)(), Record (Generator::*
                     {kProtocol, 100},
                     {kUnlistedInSignals, 500},
                     {"no element", 500},
-                    {"an interface is named twice", 100}};
-  Tally records = {{kTrue, 3000},
-                   {kMapAt, 500},
-                   {kProtocol, 100},
-                   {kUnlistedInSignals, 500},
-                   {"no element", 500}};
+                    {"the map holds the interface", 500}};
+  Tally records = {{kTrue, 3000}, {kMapAt, 500}, {kProtocol, 100}, {kUnlistedInSignals, 500}};
   messages.insert(states.begin(), states.end());
   records.insert(states.begin(), states.end());
   Compare<Converter, Message>(message, messages, record, records, true, faultLine);
@@ -280,20 +278,16 @@ TEST(Differential, ShutdownSignalsAgree) {
 }
 
 TEST(Differential, BlockingSignalsAgree) {
-  CompareSignals<BlockStateConverter, pb::BlockStateSync>(
-      &Generator::BlockSignal, &Generator::NativeBlockSignal, {{kState, 100}},
-      oracle::kBlockFaultLine);
+  CompareSignals<BlockStateConverter, pb::BlockStateSync>(&Generator::BlockSignal,
+                                                          &Generator::NativeBlockSignal,
+                                                          {{kState, 100}}, oracle::kBlockFaultLine);
 }
 
 TEST(Differential, RegistrationsAgree) {
   Compare<ZORL2InfoClientConfigConverter, pb::InformationClient>(
-      &Generator::Client,
-      {{kTrue, 3000}, {kFalse, 500}, {kMissing, 500}, {kProtocol, 100}, {kUnlistedInSignals, 500}},
+      &Generator::Client, {{kTrue, 3000}, {kFalse, 500}, {kMissing, 500}, {kProtocol, 100}},
       &Generator::NativeClient,
-      {{kTrue, 10000},
-       {kProtocol, 100},
-       {kUnlistedInSignals, 500},
-       {"an element is no category", 100}});
+      {{kTrue, 10000}, {kProtocol, 100}, {"an element is no category", 100}});
 }
 
 TEST(Differential, AggregationOperationsAgree) {
@@ -328,8 +322,8 @@ TEST(Differential, PartsOfAnEntryAgree) {
   Compare<proof::BlockConverter, pb::BlockInfo>(&Generator::Block, with(common, block),
                                                 &Generator::NativeBlock, with(whole, block), false);
   const Tally status = {{"unlisted administrative status", 100},
-                        {"unlisted operational status", 100},
-                        {"unlisted link status", 100}};
+                        {"unlisted operational status", 50},
+                        {"unlisted link status", 50}};
   Compare<proof::StatusConverter, pb::StatusInfo>(
       &Generator::Status, with(with(common, rejecting), status), &Generator::NativeStatus,
       with(rejecting, status), false);
@@ -338,9 +332,8 @@ TEST(Differential, PartsOfAnEntryAgree) {
       &Generator::Physical, with(with(common, rejecting), physical), &Generator::NativePhysical,
       with(with(rejecting, physical), {{"MTU above 32 bits", 1000}}), false);
   const Tally type = {{"unlisted interface type", 100}, {"unlisted VLAN type", 100}};
-  Compare<proof::TypeConverter, pb::TypeInfo>(
-      &Generator::Type, with(with(common, rejecting), type), &Generator::NativeType,
-      with(rejecting, type), false);
+  Compare<proof::TypeConverter, pb::TypeInfo>(&Generator::Type, with(with(common, rejecting), type),
+                                              &Generator::NativeType, with(rejecting, type), false);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "tests/differential/oracle.h"
 
+#include <utility>
+
 namespace oracle {
 
 namespace {
@@ -26,10 +28,27 @@ bool Complete(const Type& m) {
 
 bool Complete(const Block& m) { return m.protocol && m.state; }
 
-// An enumeration whose numbers run from 0 to last and are the same on both sides.
-bool Listed(std::int32_t number, std::int32_t last) { return number >= 0 && number <= last; }
+thread_local std::set<std::string> notes;
+
+// Notes the condition if it holds, and returns whether it does.
+bool Met(bool condition, const char* what) {
+  if (condition) notes.insert(what);
+  return condition;
+}
+
+// An enumeration whose values run from 0 to last.
+bool Unlisted(std::int32_t value, std::int32_t last, const char* what) {
+  return Met(value < 0 || value > last, what);
+}
+
+template <typename Message>
+bool Incomplete(const Message& message) {
+  return Met(!Complete(message), "a required field is missing");
+}
 
 }  // namespace
+
+std::set<std::string> TakeNotes() { return std::exchange(notes, {}); }
 
 bool Complete(const Entry& m) {
   if (!m.zorid) return false;
@@ -58,31 +77,36 @@ bool Complete(const Client& m) {
 }
 
 std::int32_t SerializeProtocol(std::int32_t native) {
-  if (native >= 0 && native <= 11) return native + 1;
-  return 0;
+  if (Unlisted(native, 12, "unlisted protocol") || native == 12) return 0;
+  return native + 1;
 }
 
 std::int32_t DeserializeProtocol(std::int32_t message) {
-  if (message >= 1 && message <= 12) return message - 1;
-  return 12;
+  if (Unlisted(message, 12, "unlisted protocol") || message == 0) return 12;
+  return message - 1;
 }
 
-std::int32_t OneOrZero(std::int32_t blockState) { return blockState == 1 ? 1 : 0; }
+std::int32_t OneOrZero(std::int32_t blockState) {
+  Unlisted(blockState, 1, "unlisted block state");
+  return blockState == 1 ? 1 : 0;
+}
 
 Outcome ToNative(const Zorid& message, zorid_t& native) {
   native.octets[0] = native.octets[1] = native.octets[2] = native.octets[3] = 0;
-  if (message.value.size() != 4) return Outcome::kFalse;
+  if (Met(message.value.size() != 4, "an identifier has a wrong count")) return Outcome::kFalse;
   for (std::size_t i = 0; i < 4; ++i) {
+    Met(message.value[i] > 255, "a value of an identifier is above 255");
     native.octets[i] = static_cast<std::uint8_t>(message.value[i] % 256);
   }
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const General& message, IntfEntry::GeneralInfo& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   native.intf_name = *message.intf_name;
   native.phy_addr = *message.phy_addr;
-  if (message.bridge_port_number) {
+  if (!Met(!message.bridge_port_number, "no bridge port number")) {
+    Met(*message.bridge_port_number > 65535, "bridge port number above 65535");
     native.bridge_port_number = static_cast<std::uint16_t>(*message.bridge_port_number % 65536);
   }
   native.redundancy_group_id = *message.redundancy_group_id;
@@ -91,12 +115,14 @@ Outcome ToNative(const General& message, IntfEntry::GeneralInfo& native) {
 }
 
 Outcome ToNative(const Status& message, IntfEntry::StatusInfo& native) {
-  if (!Complete(message)) return Outcome::kFalse;
-  if (!Listed(*message.adminStatus, 1)) return Outcome::kInvalidKey;
+  if (Incomplete(message)) return Outcome::kFalse;
+  if (Unlisted(*message.adminStatus, 1, "unlisted administrative status"))
+    return Outcome::kInvalidKey;
   native.adminStatus = static_cast<IntfEntry::AdminStatus>(*message.adminStatus);
-  if (!Listed(*message.operationalStatus, 1)) return Outcome::kInvalidKey;
+  if (Unlisted(*message.operationalStatus, 1, "unlisted operational status"))
+    return Outcome::kInvalidKey;
   native.operationalStatus = static_cast<IntfEntry::OperationalStatus>(*message.operationalStatus);
-  if (!Listed(*message.linkStatus, 1)) return Outcome::kInvalidKey;
+  if (Unlisted(*message.linkStatus, 1, "unlisted link status")) return Outcome::kInvalidKey;
   native.linkStatus = static_cast<IntfEntry::LinkStatus>(*message.linkStatus);
   native.operationalSpeed = *message.operationalSpeed;
   native.extraShutdown = *message.extraShutdown;
@@ -106,17 +132,17 @@ Outcome ToNative(const Status& message, IntfEntry::StatusInfo& native) {
 }
 
 Outcome ToNative(const Physical& message, IntfEntry::PhysicalInfo& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   native.intf_mtu = *message.intf_mtu;
-  if (!Listed(*message.eth_speed, 11)) return Outcome::kInvalidKey;
+  if (Unlisted(*message.eth_speed, 11, "unlisted speed")) return Outcome::kInvalidKey;
   native.eth_speed = static_cast<IntfEntry::EthernetSpeed>(*message.eth_speed);
-  if (!Listed(*message.eth_duplex_mode, 2)) return Outcome::kInvalidKey;
+  if (Unlisted(*message.eth_duplex_mode, 2, "unlisted duplex mode")) return Outcome::kInvalidKey;
   native.eth_duplex_mode = static_cast<IntfEntry::EthernetDuplexMode>(*message.eth_duplex_mode);
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const Flags& message, IntfEntry::InterfaceFlags& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   native.if_l2_switching = *message.if_l2_switching;
   native.if_in_bundle = *message.if_in_bundle;
   native.l2_bundle = *message.l2_bundle;
@@ -127,27 +153,27 @@ Outcome ToNative(const Flags& message, IntfEntry::InterfaceFlags& native) {
 }
 
 Outcome ToNative(const Type& message, IntfEntry::TypeInfo& native) {
-  if (!Complete(message)) return Outcome::kFalse;
-  if (!Listed(*message.interfaceType, 4)) return Outcome::kInvalidKey;
+  if (Incomplete(message)) return Outcome::kFalse;
+  if (Unlisted(*message.interfaceType, 4, "unlisted interface type")) return Outcome::kInvalidKey;
   native.interfaceType = static_cast<IntfEntry::InterfaceType>(*message.interfaceType);
   ToNative(*message.interfaceFlags, native.interfaceFlags);
-  if (!Listed(*message.vlanType, 4)) return Outcome::kInvalidKey;
+  if (Unlisted(*message.vlanType, 4, "unlisted VLAN type")) return Outcome::kInvalidKey;
   native.vlanType = static_cast<IntfEntry::VlanType>(*message.vlanType);
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const Block& message, IntfEntry::BlockInfo& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   native.protocol = static_cast<ProtocolType>(DeserializeProtocol(*message.protocol));
   native.state = static_cast<BlockState>(OneOrZero(*message.state));
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const Entry& message, EntryRecord& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   EntryRecord made;
   ToNative(*message.zorid, made.id);
-  if (message.parent) ToNative(*message.parent, made.parent);
+  if (!Met(!message.parent, "no parent")) ToNative(*message.parent, made.parent);
   ToNative(*message.generalInfo, made.generalInfo);
   Outcome outcome = ToNative(*message.statusInfo, made.statusInfo);
   if (outcome != Outcome::kTrue) return outcome;
@@ -162,40 +188,46 @@ Outcome ToNative(const Entry& message, EntryRecord& native) {
     made.blockInfo.emplace_back();
     ToNative(block, made.blockInfo.back());
   }
-  if (!Listed(*message.intfCategory, 4)) return Outcome::kMapAt;
+  if (Unlisted(*message.intfCategory, 4, "unlisted category")) return Outcome::kMapAt;
   made.interfaceCategory = static_cast<InterfaceCategory>(*message.intfCategory);
   native = made;
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const Signal& message, ShutStateInfoSyncSignal& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   const std::int32_t protocol = *message.protocol;
-  if (protocol < 0 || protocol > 12 || protocol == 10 || protocol == 11) return Outcome::kMapAt;
+  if (Unlisted(protocol, 12, "unlisted protocol")) return Outcome::kMapAt;
+  if (Met(protocol == 10 || protocol == 11, "L1_PROTO or L2_PROTO")) return Outcome::kMapAt;
+  Met(message.intfs.empty(), "no element");
   native.protocol = static_cast<ProtocolType>(DeserializeProtocol(protocol));
   for (const State& state : message.intfs) {
     zorid_t id;
     if (ToNative(*state.zorid, id) != Outcome::kTrue) return Outcome::kFatal;
+    Met(native.shutStates.count(id) != 0, "the map holds the interface");
     native.shutStates[id] = *state.state != 0;
   }
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const Signal& message, BlockStateInfoSyncSignal& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   const std::int32_t protocol = *message.protocol;
-  if (protocol < 0 || protocol > 12 || protocol == 10 || protocol == 11) return Outcome::kMapAt;
+  if (Unlisted(protocol, 12, "unlisted protocol")) return Outcome::kMapAt;
+  if (Met(protocol == 10 || protocol == 11, "L1_PROTO or L2_PROTO")) return Outcome::kMapAt;
+  Met(message.intfs.empty(), "no element");
   native.protocol = static_cast<ProtocolType>(DeserializeProtocol(protocol));
   for (const State& state : message.intfs) {
     zorid_t id;
     if (ToNative(*state.zorid, id) != Outcome::kTrue) return Outcome::kFatal;
+    Met(native.blockStates.count(id) != 0, "the map holds the interface");
     native.blockStates[id] = static_cast<BlockState>(OneOrZero(*state.state));
   }
   return Outcome::kTrue;
 }
 
 Outcome ToNative(const Client& message, ZORL2InfoClientConfig& native) {
-  if (!Complete(message)) return Outcome::kFalse;
+  if (Incomplete(message)) return Outcome::kFalse;
   native.clientAddress = *message.clientAddress;
   native.protocolType = static_cast<ProtocolType>(DeserializeProtocol(*message.protocolType));
   if (*message.intfCategory->l1) native.interfaceCategories.insert(L1);
@@ -208,13 +240,16 @@ Outcome ToNative(const Client& message, ZORL2InfoClientConfig& native) {
 }
 
 Outcome ToNative(const Lag& message, LagMemberOperation& native) {
-  if (!message.lag || message.lag->value.size() != 4) return Outcome::kFalse;
-  if (!message.member || message.member->value.size() != 4) return Outcome::kFalse;
-  ToNative(*message.lag, native.lag);
-  ToNative(*message.member, native.member);
-  native.token = message.token ? *message.token : 0;
-  native.collecting = message.collecting ? *message.collecting : false;
-  native.distributing = message.distributing ? *message.distributing : false;
+  if (Met(!message.lag, "no lag") || Met(!message.member, "no member")) return Outcome::kFalse;
+  zorid_t lag, member;
+  if (ToNative(*message.lag, lag) != Outcome::kTrue) return Outcome::kFalse;
+  if (ToNative(*message.member, member) != Outcome::kTrue) return Outcome::kFalse;
+  native.lag = lag;
+  native.member = member;
+  native.token = Met(!message.token, "no token") ? 0 : *message.token;
+  native.collecting = Met(!message.collecting, "no collecting") ? false : *message.collecting;
+  native.distributing =
+      Met(!message.distributing, "no distributing") ? false : *message.distributing;
   return Outcome::kTrue;
 }
 
@@ -233,8 +268,9 @@ Outcome ToMessage(const IntfEntry::GeneralInfo& native, General& message) {
 }
 
 Outcome ToMessage(const IntfEntry::StatusInfo& native, Status& message) {
-  if (!Listed(native.adminStatus, 1) || !Listed(native.operationalStatus, 1) ||
-      !Listed(native.linkStatus, 1)) {
+  if (Unlisted(native.adminStatus, 1, "unlisted administrative status") ||
+      Unlisted(native.operationalStatus, 1, "unlisted operational status") ||
+      Unlisted(native.linkStatus, 1, "unlisted link status")) {
     return Outcome::kInvalidKey;
   }
   message.adminStatus = native.adminStatus;
@@ -248,10 +284,11 @@ Outcome ToMessage(const IntfEntry::StatusInfo& native, Status& message) {
 }
 
 Outcome ToMessage(const IntfEntry::PhysicalInfo& native, Physical& message) {
+  Met(native.intf_mtu > 0xFFFFFFFF, "MTU above 32 bits");
   message.intf_mtu = static_cast<std::uint32_t>(native.intf_mtu % 4294967296U);
-  if (!Listed(native.eth_speed, 11)) return Outcome::kInvalidKey;
+  if (Unlisted(native.eth_speed, 11, "unlisted speed")) return Outcome::kInvalidKey;
   message.eth_speed = native.eth_speed;
-  if (!Listed(native.eth_duplex_mode, 2)) return Outcome::kInvalidKey;
+  if (Unlisted(native.eth_duplex_mode, 2, "unlisted duplex mode")) return Outcome::kInvalidKey;
   message.eth_duplex_mode = native.eth_duplex_mode;
   return Outcome::kTrue;
 }
@@ -267,11 +304,11 @@ Outcome ToMessage(const IntfEntry::InterfaceFlags& native, Flags& message) {
 }
 
 Outcome ToMessage(const IntfEntry::TypeInfo& native, Type& message) {
-  if (!Listed(native.interfaceType, 4)) return Outcome::kInvalidKey;
+  if (Unlisted(native.interfaceType, 4, "unlisted interface type")) return Outcome::kInvalidKey;
   message.interfaceType = native.interfaceType;
   message.interfaceFlags.emplace();
   ToMessage(native.interfaceFlags, *message.interfaceFlags);
-  if (!Listed(native.vlanType, 4)) return Outcome::kInvalidKey;
+  if (Unlisted(native.vlanType, 4, "unlisted VLAN type")) return Outcome::kInvalidKey;
   message.vlanType = native.vlanType;
   return Outcome::kTrue;
 }
@@ -299,7 +336,7 @@ Outcome ToMessage(const EntryRecord& native, Entry& message) {
   for (const IntfEntry::BlockInfo& block : native.blockInfo) {
     ToMessage(block, message.blockInfo.emplace_back());
   }
-  if (!Listed(native.interfaceCategory, 4)) return Outcome::kMapAt;
+  if (Unlisted(native.interfaceCategory, 4, "unlisted category")) return Outcome::kMapAt;
   message.intfCategory = native.interfaceCategory;
   return Outcome::kTrue;
 }
@@ -307,7 +344,8 @@ Outcome ToMessage(const EntryRecord& native, Entry& message) {
 Outcome ToMessage(const ShutStateInfoSyncSignal& native, Signal& message) {
   message = Signal{};
   const std::int32_t protocol = native.protocol;
-  if (protocol < 0 || protocol > 12 || protocol == 9 || protocol == 10) return Outcome::kMapAt;
+  if (Unlisted(protocol, 12, "unlisted protocol")) return Outcome::kMapAt;
+  if (Met(protocol == 9 || protocol == 10, "L1_PROTO or L2_PROTO")) return Outcome::kMapAt;
   message.protocol = SerializeProtocol(protocol);
   for (const auto& [id, state] : native.shutStates) {
     message.intfs.emplace_back();
@@ -320,7 +358,8 @@ Outcome ToMessage(const ShutStateInfoSyncSignal& native, Signal& message) {
 Outcome ToMessage(const BlockStateInfoSyncSignal& native, Signal& message) {
   message = Signal{};
   const std::int32_t protocol = native.protocol;
-  if (protocol < 0 || protocol > 12 || protocol == 9 || protocol == 10) return Outcome::kMapAt;
+  if (Unlisted(protocol, 12, "unlisted protocol")) return Outcome::kMapAt;
+  if (Met(protocol == 9 || protocol == 10, "L1_PROTO or L2_PROTO")) return Outcome::kMapAt;
   message.protocol = SerializeProtocol(protocol);
   for (const auto& [id, state] : native.blockStates) {
     message.intfs.emplace_back();
@@ -343,6 +382,7 @@ Outcome ToMessage(const ZORL2InfoClientConfig& native, Client& message) {
     if (category == VP) categories.vp = true;
     if (category == L2_SUB_IF) categories.l2_sub_if = true;
     if (category == VIRTUAL_IF) categories.virtual_if = true;
+    Unlisted(category, 4, "an element is no category");
   }
   message.token = native.token;
   return Outcome::kTrue;

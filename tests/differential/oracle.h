@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <list>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,35 +39,24 @@ struct Zorid {
 };
 
 struct General {
-  std::optional<std::string> intf_name;
-  std::optional<std::string> phy_addr;
-  std::optional<std::uint32_t> bridge_port_number;
-  std::optional<std::uint32_t> redundancy_group_id;
+  std::optional<std::string> intf_name, phy_addr;
+  std::optional<std::uint32_t> bridge_port_number, redundancy_group_id;
   std::optional<std::string> redundancy_group_phy_addr;
 };
 
 struct Status {
-  std::optional<std::int32_t> adminStatus;
-  std::optional<std::int32_t> operationalStatus;
-  std::optional<std::int32_t> linkStatus;
+  std::optional<std::int32_t> adminStatus, operationalStatus, linkStatus;
   std::optional<std::uint32_t> operationalSpeed;
-  std::optional<bool> extraShutdown;
-  std::optional<bool> extraBlocking;
-  std::optional<bool> configShutdown;
+  std::optional<bool> extraShutdown, extraBlocking, configShutdown;
 };
 
 struct Physical {
   std::optional<std::uint32_t> intf_mtu;
-  std::optional<std::int32_t> eth_speed;
-  std::optional<std::int32_t> eth_duplex_mode;
+  std::optional<std::int32_t> eth_speed, eth_duplex_mode;
 };
 
 struct Flags {
-  std::optional<bool> if_l2_switching;
-  std::optional<bool> if_in_bundle;
-  std::optional<bool> l2_bundle;
-  std::optional<bool> l2_sub_if;
-  std::optional<bool> point_to_point;
+  std::optional<bool> if_l2_switching, if_in_bundle, l2_bundle, l2_sub_if, point_to_point;
   std::optional<bool> if_multicast;
 };
 
@@ -77,13 +67,11 @@ struct Type {
 };
 
 struct Block {
-  std::optional<std::int32_t> protocol;
-  std::optional<std::int32_t> state;
+  std::optional<std::int32_t> protocol, state;
 };
 
 struct Entry {
-  std::optional<Zorid> zorid;
-  std::optional<Zorid> parent;
+  std::optional<Zorid> zorid, parent;
   std::optional<General> generalInfo;
   std::optional<Status> statusInfo;
   std::optional<Physical> physicalInfo;
@@ -106,11 +94,7 @@ struct Signal {
 };
 
 struct Categories {
-  std::optional<bool> l1;
-  std::optional<bool> l2;
-  std::optional<bool> vp;
-  std::optional<bool> l2_sub_if;
-  std::optional<bool> virtual_if;
+  std::optional<bool> l1, l2, vp, l2_sub_if, virtual_if;
 };
 
 struct Client {
@@ -121,11 +105,9 @@ struct Client {
 };
 
 struct Lag {
-  std::optional<Zorid> lag;
-  std::optional<Zorid> member;
+  std::optional<Zorid> lag, member;
   std::optional<std::uint64_t> token;
-  std::optional<bool> collecting;
-  std::optional<bool> distributing;
+  std::optional<bool> collecting, distributing;
 };
 
 // The native interface entry with public members.
@@ -174,6 +156,9 @@ Outcome ToMessage(const LagMemberOperation& native, Lag& message);
 std::int32_t SerializeProtocol(std::int32_t native);
 std::int32_t DeserializeProtocol(std::int32_t message);
 std::int32_t OneOrZero(std::int32_t blockState);
+
+// The conditions of docs/behaviour.md that the conversions of this thread met since the last call.
+std::set<std::string> TakeNotes();
 
 // Every required field is present, nested ones included.
 bool Complete(const Entry& message);

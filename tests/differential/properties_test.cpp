@@ -20,8 +20,8 @@ using proof::Text;
 
 namespace {
 
-// Text that is not UTF-8 is a legal input; the message of the runtime about it is noise. RC_PARAMS in
-// the environment overrides the number of inputs, and its seed repeats a run.
+// Text that is not UTF-8 is a legal input; the message of the runtime about it is noise. RC_PARAMS
+// in the environment overrides the number of inputs, and its seed repeats a run.
 const bool configured = [] {
   google::protobuf::SetLogHandler(nullptr);
   return setenv("RC_PARAMS", "max_success=2000", 0) == 0;

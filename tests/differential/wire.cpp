@@ -26,9 +26,7 @@ void Put(std::string& out, unsigned number, std::int32_t value) {
 void Put(std::string& out, unsigned number, std::uint32_t value) {
   Put(out, number, std::uint64_t{value});
 }
-void Put(std::string& out, unsigned number, bool value) {
-  Put(out, number, std::uint64_t{value});
-}
+void Put(std::string& out, unsigned number, bool value) { Put(out, number, std::uint64_t{value}); }
 
 void Put(std::string& out, unsigned number, const std::string& bytes) {
   Varint(out, number * 8 + 2);
@@ -120,12 +118,12 @@ void Field(std::string& out, unsigned number, const std::optional<Value>& value)
     FIELDS(ENCODE, ENCODE)                     \
     return out;                                \
   }
-#define DEFINE_FILL_AND_READ(Model, Message, FIELDS)                                     \
-  void Fill(const oracle::Model& m, pb::Message& p) { FIELDS(FILL, FILL_NESTED) }        \
-  oracle::Model Read(const pb::Message& p) {                                             \
-    oracle::Model m;                                                                     \
-    FIELDS(READ, READ_NESTED)                                                            \
-    return m;                                                                            \
+#define DEFINE_FILL_AND_READ(Model, Message, FIELDS)                                               \
+  void Fill(const oracle::Model& m, pb::Message& p){FIELDS(FILL, FILL_NESTED)} oracle::Model Read( \
+      const pb::Message& p) {                                                                      \
+    oracle::Model m;                                                                               \
+    FIELDS(READ, READ_NESTED)                                                                      \
+    return m;                                                                                      \
   }
 #define DEFINE(Model, Message, FIELDS) \
   DEFINE_ENCODE(Model, FIELDS)         \
@@ -153,7 +151,6 @@ DEFINE(Categories, IntfCategory, CATEGORIES)
 DEFINE(Client, InformationClient, CLIENT)
 DEFINE(Lag, LagMemberOperationProto, LAG)
 static DEFINE_ENCODE(State, STATE)
-
 // Those with a repeated field.
 
 #define ENTRY(SCALAR, NESTED)           \
@@ -165,7 +162,7 @@ static DEFINE_ENCODE(State, STATE)
   NESTED(6, typeInfo, typeinfo)
 #define LAST_OF_ENTRY(SCALAR, NESTED) SCALAR(9, intfCategory, intfcategory)
 
-std::string Encode(const oracle::Entry& m) {
+    std::string Encode(const oracle::Entry& m) {
   std::string out;
   ENTRY(ENCODE, ENCODE)
   for (const std::int32_t protocol : m.shutdownProtos) Put(out, 7, protocol);
@@ -197,22 +194,22 @@ std::string Encode(const oracle::Signal& m) {
   return out;
 }
 
-#define DEFINE_SIGNAL(Message, Info, accessor)                                           \
+#define DEFINE_SIGNAL(Message, Info, accessor)                                            \
   static void FillState(const oracle::State& m, pb::Info& p) { STATE(FILL, FILL_NESTED) } \
-  static oracle::State ReadState(const pb::Info& p) {                                    \
-    oracle::State m;                                                                     \
-    STATE(READ, READ_NESTED)                                                             \
-    return m;                                                                            \
-  }                                                                                      \
-  void Fill(const oracle::Signal& m, pb::Message& p) {                                   \
-    FILL(1, protocol, accessor)                                                          \
-    for (const oracle::State& state : m.intfs) FillState(state, *p.add_intfs());         \
-  }                                                                                      \
-  oracle::Signal Read(const pb::Message& p) {                                            \
-    oracle::Signal m;                                                                    \
-    READ(1, protocol, accessor)                                                          \
-    for (const pb::Info& state : p.intfs()) m.intfs.push_back(ReadState(state));         \
-    return m;                                                                            \
+  static oracle::State ReadState(const pb::Info& p) {                                     \
+    oracle::State m;                                                                      \
+    STATE(READ, READ_NESTED)                                                              \
+    return m;                                                                             \
+  }                                                                                       \
+  void Fill(const oracle::Signal& m, pb::Message& p) {                                    \
+    FILL(1, protocol, accessor)                                                           \
+    for (const oracle::State& state : m.intfs) FillState(state, *p.add_intfs());          \
+  }                                                                                       \
+  oracle::Signal Read(const pb::Message& p) {                                             \
+    oracle::Signal m;                                                                     \
+    READ(1, protocol, accessor)                                                           \
+    for (const pb::Info& state : p.intfs()) m.intfs.push_back(ReadState(state));          \
+    return m;                                                                             \
   }
 DEFINE_SIGNAL(ShutStateSync, ShutStateInfo, shutprotocol)
 DEFINE_SIGNAL(BlockStateSync, BlockStateInfo, blockprotocol)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -65,6 +66,8 @@ struct Case {
   std::string name;
   long least;  // Without them the test would prove nothing.
   std::function<long()> run;
+
+  friend std::ostream& operator<<(std::ostream& out, const Case& c) { return out << c.name; }
 };
 
 class Exhaustion : public testing::TestWithParam<Case> {};
@@ -150,16 +153,15 @@ Case ToMessage(const std::string& name, long least, const Record& record, const 
   return {name, least, [=] {
             const auto native = proof::Native(record);
             const auto whole = MessageOf<Message>(record);
-            return Exhaust([&] { return before; },
-                           [&](Message& message) {
-                             EXPECT_TRUE(Converter().Convert(native, message));
-                           },
-                           [&](const Message& message, long granted) {
-                             EXPECT_TRUE(IsPartOf(message, whole)) << message.ShortDebugString();
-                             if (granted == kSuccess) {
-                               EXPECT_EQ(zorl2_test::MessageDifference(whole, message), "");
-                             }
-                           });
+            return Exhaust(
+                [&] { return before; },
+                [&](Message& message) { EXPECT_TRUE(Converter().Convert(native, message)); },
+                [&](const Message& message, long granted) {
+                  EXPECT_TRUE(IsPartOf(message, whole)) << message.ShortDebugString();
+                  if (granted == kSuccess) {
+                    EXPECT_EQ(zorl2_test::MessageDifference(whole, message), "");
+                  }
+                });
           }};
 }
 
@@ -169,8 +171,8 @@ template <typename Converter, typename Message, typename Record>
 void AddToMessage(std::vector<Case>& cases, const std::string& name, long least,
                   const Record& record) {
   cases.push_back(ToMessage<Converter>(name + "ToFreshMessage", least, record, Message()));
-  cases.push_back(ToMessage<Converter>(name + "ToDefaultMessage", 0, record,
-                                       MessageOf<Message>(Record{})));
+  cases.push_back(
+      ToMessage<Converter>(name + "ToDefaultMessage", 0, record, MessageOf<Message>(Record{})));
   Message used = MessageOf<Message>(record);
   used.MergeFrom(MessageOf<Message>(record));
   used.GetReflection()->MutableUnknownFields(&used)->AddVarint(1000, 5);
@@ -183,8 +185,7 @@ std::vector<Case> ToMessageCases() {
   AddToMessage<IntfEntryConverter, pb::IntfEntry>(cases, "Entry", 15, Entry());
   AddToMessage<ShutStateConverter, pb::ShutStateSync>(cases, "Shut", 6, Shut());
   AddToMessage<BlockStateConverter, pb::BlockStateSync>(cases, "Block", 6, Block());
-  AddToMessage<ZORL2InfoClientConfigConverter, pb::InformationClient>(cases, "Client", 2,
-                                                                      Client());
+  AddToMessage<ZORL2InfoClientConfigConverter, pb::InformationClient>(cases, "Client", 2, Client());
   AddToMessage<LagMemberConverter, pb::LagMemberOperationProto>(cases, "Lag", 4, Lag());
   // The other four parts of an entry allocate nothing.
   const IntfEntry::GeneralInfo general = Entry().generalInfo;
@@ -195,8 +196,7 @@ std::vector<Case> ToMessageCases() {
   used.set_intf_name("");
   used.set_phy_addr("");
   used.set_redundancy_group_phy_addr("");
-  cases.push_back(
-      ToMessage<proof::GeneralConverter>("GeneralInfoToUsedMessage", 3, general, used));
+  cases.push_back(ToMessage<proof::GeneralConverter>("GeneralInfoToUsedMessage", 3, general, used));
   cases.push_back(
       ToMessage<proof::TypeConverter>("TypeInfoToFreshMessage", 1, type, pb::TypeInfo()));
   return cases;
@@ -210,19 +210,19 @@ using TextAfterFailure = std::function<std::string(const Record& held, long gran
 // Message to native: the record then equals the result of the oracle, after a failure what `after`
 // says.
 template <typename Converter, typename Message, typename Record>
-Case ToNative(const std::string& name, long allocations, const Message& message,
-              const Record& held, const TextAfterFailure<Record>& after) {
+Case ToNative(const std::string& name, long allocations, const Message& message, const Record& held,
+              const TextAfterFailure<Record>& after) {
   return {name, allocations, [=] {
             Record whole = held;
             oracle::ToNative(proof::Read(message), whole);
             const auto before = proof::Native(held);
-            const long made = Exhaust(
-                [&] { return before; },
-                [&](auto& record) { EXPECT_TRUE(Converter().Convert(message, record)); },
-                [&](const auto& record, long granted) {
-                  EXPECT_EQ(Text(record),
-                            granted == kSuccess ? proof::Text(whole) : after(held, granted));
-                });
+            const long made =
+                Exhaust([&] { return before; },
+                        [&](auto& record) { EXPECT_TRUE(Converter().Convert(message, record)); },
+                        [&](const auto& record, long granted) {
+                          EXPECT_EQ(Text(record), granted == kSuccess ? proof::Text(whole)
+                                                                      : after(held, granted));
+                        });
             EXPECT_EQ(made, allocations);
             return made;
           }};
@@ -241,6 +241,7 @@ TextAfterFailure<Signal> MergedBefore(const Message& message) {
     model.intfs.resize(static_cast<std::size_t>(granted));
     Signal expected = held;
     oracle::ToNative(model, expected);
+    oracle::TakeNotes();  // They are allocated.
     return Text(expected);
   };
 }
@@ -258,10 +259,9 @@ void AddSignal(std::vector<Case>& cases, const std::string& name, const Signal& 
 
 std::vector<Case> ToNativeCases() {
   std::vector<Case> cases;
-  cases.push_back(ToNative<ZORIDConverter>("IdentifierToRecord", 0,
-                                           MessageOf<pb::Zorid>(zorid_t{{1, 2, 3, 4}}),
-                                           zorid_t{{9, 9, 9, 9}},
-                                           TextAfterFailure<zorid_t>(Unchanged<zorid_t>)));
+  cases.push_back(ToNative<ZORIDConverter>(
+      "IdentifierToRecord", 0, MessageOf<pb::Zorid>(zorid_t{{1, 2, 3, 4}}), zorid_t{{9, 9, 9, 9}},
+      TextAfterFailure<zorid_t>(Unchanged<zorid_t>)));
   const auto entry = MessageOf<pb::IntfEntry>(Entry());
   const auto add_entry = [&](const char* name, long allocations, const oracle::EntryRecord& held) {
     cases.push_back(ToNative<IntfEntryConverter>(
@@ -280,8 +280,8 @@ std::vector<Case> ToNativeCases() {
   add_entry("EntryToRecordWithLongerLists", 0, held);
 
   const zorid_t other{{200, 0, 0, 1}};
-  AddSignal<ShutStateConverter, pb::ShutStateSync>(
-      cases, "Shut", Shut(), ShutStateInfoSyncSignal{{{other, true}}, STP});
+  AddSignal<ShutStateConverter, pb::ShutStateSync>(cases, "Shut", Shut(),
+                                                   ShutStateInfoSyncSignal{{{other, true}}, STP});
   AddSignal<BlockStateConverter, pb::BlockStateSync>(
       cases, "Block", Block(), BlockStateInfoSyncSignal{{{other, BLOCK_STATE_BLOCK}}, STP});
 
@@ -332,17 +332,17 @@ Case OfBuilder(const std::string& name, long allocations, const oracle::EntryRec
                const std::function<void(oracle::EntryRecord&)>& expected,
                const std::function<void(oracle::EntryRecord&, long)>& after) {
   return {name, allocations, [=] {
-            const long made = Exhaust([&] { return IntfEntryBuilder(proof::Build(start)); },
-                                      operate,
-                                      [&](IntfEntryBuilder& builder, long granted) {
-                                        oracle::EntryRecord entry = start;
-                                        if (granted == kSuccess) {
-                                          expected(entry);
-                                        } else {
-                                          after(entry, granted);
-                                        }
-                                        EXPECT_EQ(Text(builder.Build()), proof::Text(entry));
-                                      });
+            const long made =
+                Exhaust([&] { return IntfEntryBuilder(proof::Build(start)); }, operate,
+                        [&](IntfEntryBuilder& builder, long granted) {
+                          oracle::EntryRecord entry = start;
+                          if (granted == kSuccess) {
+                            expected(entry);
+                          } else {
+                            after(entry, granted);
+                          }
+                          EXPECT_EQ(Text(builder.Build()), proof::Text(entry));
+                        });
             EXPECT_EQ(made, allocations);
             return made;
           }};
@@ -357,49 +357,48 @@ std::vector<Case> BuilderCases() {
   start.generalInfo = {"a", "b", 3, "c", 4};
   start.shutdownProtos = {STP};
   start.blockInfo = {{ERPS, BLOCK_STATE_BLOCK}};
-  return {
-      OfBuilder(
-          "AddShutdownProto", 1, start, [](Builder& b) { b.addShutdownProto(LACP); },
-          [](Record& r) { r.shutdownProtos.push_back(LACP); }, nothing),
-      OfBuilder(
-          "AddBlockInfo", 1, start,
-          [](Builder& b) {
-            b.addBlockInfo({LBD, BLOCK_STATE_FORWARD});
-          },
-          [](Record& r) {
-            r.blockInfo.push_back({LBD, BLOCK_STATE_FORWARD});
-          },
-          nothing),
-      OfBuilder(
-          "AddGeneralInfo", 3, start, [=](Builder& b) { b.addGeneralInfo(general); },
-          [=](Record& r) { r.generalInfo = general; },
-          // The strings before the failing one are assigned.
-          [=](Record& r, long granted) {
-            if (granted > 0) r.generalInfo.intf_name = general.intf_name;
-            if (granted > 1) {
-              r.generalInfo.phy_addr = general.phy_addr;
-              r.generalInfo.redundancy_group_id = general.redundancy_group_id;
-            }
-          }),
-      OfBuilder(
-          "Build", 3 + 4 + 3, Entry(), [](Builder& b) { b.Build(); }, [](Record&) {}, nothing),
-      OfBuilder(
-          "OtherOperations", 0, Entry(),
-          [](Builder& b) {
-            b.addZorId({}).addParent({}).addStatusInfo({}).addPhysicalInfo({}).addTypeInfo({});
-            b.setInterfaceCategory(L1);
-            // Starting from an entry.
-            Builder moved(std::move(b));
-            b = std::move(moved);
-          },
-          [](Record& r) {
-            r.id = r.parent = {};
-            r.statusInfo = {};
-            r.physicalInfo = {};
-            r.typeInfo = {};
-            r.interfaceCategory = L1;
-          },
-          nothing)};
+  return {OfBuilder(
+              "AddShutdownProto", 1, start, [](Builder& b) { b.addShutdownProto(LACP); },
+              [](Record& r) { r.shutdownProtos.push_back(LACP); }, nothing),
+          OfBuilder(
+              "AddBlockInfo", 1, start,
+              [](Builder& b) {
+                b.addBlockInfo({LBD, BLOCK_STATE_FORWARD});
+              },
+              [](Record& r) {
+                r.blockInfo.push_back({LBD, BLOCK_STATE_FORWARD});
+              },
+              nothing),
+          OfBuilder(
+              "AddGeneralInfo", 3, start, [=](Builder& b) { b.addGeneralInfo(general); },
+              [=](Record& r) { r.generalInfo = general; },
+              // The strings before the failing one are assigned.
+              [=](Record& r, long granted) {
+                if (granted > 0) r.generalInfo.intf_name = general.intf_name;
+                if (granted > 1) {
+                  r.generalInfo.phy_addr = general.phy_addr;
+                  r.generalInfo.redundancy_group_id = general.redundancy_group_id;
+                }
+              }),
+          OfBuilder(
+              "Build", 3 + 4 + 3, Entry(), [](Builder& b) { b.Build(); }, [](Record&) {}, nothing),
+          OfBuilder(
+              "OtherOperations", 0, Entry(),
+              [](Builder& b) {
+                b.addZorId({}).addParent({}).addStatusInfo({}).addPhysicalInfo({}).addTypeInfo({});
+                b.setInterfaceCategory(L1);
+                // Starting from an entry.
+                Builder moved(std::move(b));
+                b = std::move(moved);
+              },
+              [](Record& r) {
+                r.id = r.parent = {};
+                r.statusInfo = {};
+                r.physicalInfo = {};
+                r.typeInfo = {};
+                r.interfaceCategory = L1;
+              },
+              nothing)};
 }
 INSTANTIATE_TEST_SUITE_P(Builder, Exhaustion, testing::ValuesIn(BuilderCases()), Name);
 

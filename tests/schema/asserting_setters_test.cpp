@@ -21,7 +21,7 @@ namespace {
 // An unlisted value, through a variable so that the compiler cannot know it.
 volatile int unlisted = 99;
 
-#define EXPECT_ABORT(message, setter, type)                              \
+#define EXPECT_ABORT(message, setter, type)                                \
   EXPECT_DEATH(pb::message().setter(static_cast<pb::type>(int{unlisted})), \
                "::zorl2::protobuf::" #type "_IsValid\\(value\\)")
 

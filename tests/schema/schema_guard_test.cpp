@@ -7,6 +7,7 @@
 
 #include <fstream>
 #include <functional>
+#include <ostream>
 #include <regex>
 #include <sstream>
 #include <stdexcept>
@@ -84,8 +85,7 @@ TEST(Schema, TheSourcesNameNoSyntaxAndQualifyEveryTypeFully) {
   const std::regex field("\n\\s*(required|optional|repeated)\\s+(\\S+)");
   const std::regex accepted("bool|u?int32|uint64|string|\\.zorl2\\.protobuf\\.\\w+");
   for (const gp::FileDescriptor* file : zorl2_test::SchemaFiles()) {
-    const std::string source =
-        Contents(ZORL2_SOURCE_DIR "/serialize/protobuf/" + file->name());
+    const std::string source = Contents(ZORL2_SOURCE_DIR "/serialize/protobuf/" + file->name());
     EXPECT_FALSE(std::regex_search(source, std::regex("(^|\n)\\s*syntax\\b"))) << file->name();
     for (std::sregex_iterator at(source.begin(), source.end(), field), end; at != end; ++at) {
       EXPECT_TRUE(std::regex_match((*at)[2].str(), accepted)) << file->name() << (*at)[0];
@@ -100,6 +100,8 @@ struct Change {
   std::function<void(gp::FileDescriptorSet&)> make;
   std::vector<std::string> breaking;
   std::vector<std::string> additions = {};
+
+  friend std::ostream& operator<<(std::ostream& out, const Change& c) { return out << c.name; }
 };
 
 gp::DescriptorProto& Message(gp::FileDescriptorSet& set, const std::string& file,
@@ -161,9 +163,7 @@ std::vector<Change> Changes() {
        [](Set& set) { Field(set, "PhysicalInfo", 0).set_type(Proto::TYPE_UINT64); },
        {"from uint32 to uint64"}},
       {"AnotherEnumerationAsType",
-       [](Set& set) {
-         Field(set, "PhysicalInfo", 1).set_type_name(".zorl2.protobuf.VlanType");
-       },
+       [](Set& set) { Field(set, "PhysicalInfo", 1).set_type_name(".zorl2.protobuf.VlanType"); },
        {"from .zorl2.protobuf.EthernetSpeed to .zorl2.protobuf.VlanType"}},
       {"AnotherLabel",
        [](Set& set) { Field(set, "GeneralInfo", 2).set_label(Proto::LABEL_REQUIRED); },
@@ -219,8 +219,10 @@ std::vector<Change> Changes() {
        {"audit.proto is new"}},
       {"OtherPackingDefaultSyntaxAndPackage",
        [](Set& set) {
-         Message(set, "zorid.proto", "Zorid").mutable_field(0)->mutable_options()->set_packed(
-             false);
+         Message(set, "zorid.proto", "Zorid")
+             .mutable_field(0)
+             ->mutable_options()
+             ->set_packed(false);
          Message(set, "lag.proto", "LagMemberOperationProto")
              .mutable_field(3)
              ->set_default_value("true");

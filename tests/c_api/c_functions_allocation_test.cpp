@@ -188,13 +188,15 @@ TEST(ListDeathTest, AnAllocationFailureOfABufferIsAnInvalidMemoryAccess) {
   }
 }
 
-// More records than 32 bits count: an array of 2^32 + 3 records, mapped without memory.
+// More records than 32 bits count: an array of 2^32 + 3 records, of which only the first page can
+// be used.
 constexpr std::size_t kBeyond32Bits = (std::size_t{1} << 32) + 3;
 
 void* MapArray() {
-  void* memory = mmap(nullptr, kBeyond32Bits * sizeof(intf_entry_t), PROT_READ | PROT_WRITE,
+  void* memory = mmap(nullptr, kBeyond32Bits * sizeof(intf_entry_t), PROT_NONE,
                       MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
-  return memory == MAP_FAILED ? nullptr : memory;
+  const bool usable = memory != MAP_FAILED && mprotect(memory, 4096, PROT_READ | PROT_WRITE) == 0;
+  return usable ? memory : nullptr;
 }
 
 // Looks at the header after the buffers of four records, and terminates the process with what it

@@ -151,7 +151,7 @@ TEST(InfoClientConfig, RoundTrip_PreservesEveryBitOfAddressAndToken) {
       const pb::InformationClient message = ToMessage(config);
       EXPECT_EQ(message.clientaddress(), address);
       EXPECT_EQ(message.token(), token);
-      EXPECT_THAT(ToNative(message, ZORL2InfoClientConfig{}), EqualsNative(config));
+      EXPECT_THAT(ToNative(message, {ERPS, {}, 1, "south"}), EqualsNative(config));
     }
   }
 }

@@ -1,10 +1,12 @@
 #include <fmt/format.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/model/check_text.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
 #include "tools/views/explain_view.h"
@@ -45,9 +47,11 @@ int RunExplain(const ExplainArguments& arguments) {
     }
     const ExplainSummary summary = Explain(record.bytes, input.type(), record.offset, how, output);
     output.Print("{}{}", Totals(summary, record.bytes.size()), input.delimited() ? "\n\n" : "\n");
-    if (!summary.problem) continue;
+    std::optional<Problem> problem = summary.damage;
+    if (!problem && IsIncomplete(summary.verdict)) problem = input.Locate(record, summary.verdict);
+    if (!problem) continue;
     output.Flush();
-    PrintError(Error(input.name(), *summary.problem).what());
+    PrintError(Error(input.name(), *problem).what());
     status = kExitError;
   }
   output.Finish();

@@ -95,11 +95,12 @@ const Descriptor* TypeNamed(const std::string& type) {
               "a message type; \"zorl2-inspect types\" lists them");
 }
 
-const Descriptor* TypeInferred(const std::string& name, InputForm form, const TypeGuess& guess) {
-  if (guess.type == nullptr) throw Error(name, guess.reason, "--type");
+const Descriptor* ReportInferred(const std::string& name, InputForm form,
+                               const InferredType& inferred) {
+  if (inferred.type == nullptr) throw Error(name, inferred.reason, "--type");
   PrintNote(fmt::format("{}: read as {}, type {} inferred: {}", name, FormName(form),
-                        guess.type->name(), guess.reason));
-  return guess.type;
+                        inferred.type->name(), inferred.reason));
+  return inferred.type;
 }
 
 Input::Input(const InputOptions& options)
@@ -152,9 +153,9 @@ void Input::OpenStream(const InputOptions& options) {
   read_ahead_ = Next(ahead_);
   if (!read_ahead_) throw Error(name_, "an empty stream", "--type");
   if (ahead_.damage) throw Error(name_, *ahead_.damage);
-  TypeGuess guess = GuessFromWire(ahead_.bytes);
-  if (guess.type != nullptr) guess.reason += " (first record)";
-  type_ = TypeInferred(name_, form_, guess);
+  InferredType inferred = InferTypeFromWire(ahead_.bytes);
+  if (inferred.type != nullptr) inferred.reason += " (first record)";
+  type_ = ReportInferred(name_, form_, inferred);
 }
 
 void Input::ReadWhole(const std::string& type_name) {
@@ -163,12 +164,12 @@ void Input::ReadWhole(const std::string& type_name) {
   const bool infer_type = type_name.empty();
   if (form_ == InputForm::kJson || form_ == InputForm::kText) {
     const MessageText text{name_, WithoutMark(content), form_ == InputForm::kJson};
-    if (infer_type) type_ = TypeInferred(name_, form_, GuessTypeOfText(text));
+    if (infer_type) type_ = ReportInferred(name_, form_, InferTypeOfText(text));
     bytes_ = ReadMessage(text, *type_)->SerializeAsString();
     return;
   }
   bytes_ = form_ == InputForm::kHex ? DecodeHexOrThrow(content, name_) : std::move(content);
-  if (infer_type) type_ = TypeInferred(name_, form_, GuessFromWire(bytes_));
+  if (infer_type) type_ = ReportInferred(name_, form_, InferTypeFromWire(bytes_));
 }
 
 std::uint64_t Input::consumed() const { return stream_ ? stream_->consumed() : bytes_.size(); }

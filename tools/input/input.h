@@ -14,7 +14,7 @@
 #include "check/check.h"
 #include "tools/input/input_form.h"
 #include "tools/input/record_stream.h"
-#include "tools/input/type_guess.h"
+#include "tools/input/type_inference.h"
 #include "tools/text/error.h"
 
 namespace zorl2_inspect {
@@ -38,13 +38,13 @@ std::string ReadInput(const std::string& file);
 // The type with this name. Throws Error if there is none.
 const google::protobuf::Descriptor* TypeNamed(const std::string& type);
 // Reports the inferred type and the reason on standard error. Throws Error if there is none.
-const google::protobuf::Descriptor* TypeInferred(const std::string& name, InputForm form,
-                                                 const TypeGuess& guess);
+const google::protobuf::Descriptor* ReportInferred(const std::string& name, InputForm form,
+                                                 const InferredType& inferred);
 
 // One message of an input, or one damaged place.
 struct Record {
   std::uint64_t number = 0;  // From 1.
-  // Where the bytes begin, in the input or in the bytes that hexadecimal text stands for; 0 in the
+  // Where the bytes begin, in the input or in the decoded bytes of hexadecimal text; 0 in the
   // other forms. For damage the place of the length.
   std::uint64_t offset = 0;
   // In the wire format, whatever the form of the input. Valid until the next call of Next(). Empty

@@ -59,7 +59,7 @@ InputForm RecogniseForm(std::string_view content) {
   content = WithoutMark(content);
   const std::size_t first = content.find_first_not_of(" \t\r\n");
   if (first == content.npos || !IsPrintable(content)) return InputForm::kWire;
-  if (content[first] == '{') return InputForm::kJson;
+  if (LooksLikeJson(content)) return InputForm::kJson;
   Problem ignored;
   // The first line decides; a mistake in a later line is an error and not another form.
   const std::size_t line_end = content.find('\n', first);

@@ -139,7 +139,7 @@ bool LooksLikeJson(std::string_view text) {
   return start != std::string_view::npos && (text[start] == '{' || text[start] == '[');
 }
 
-TypeGuess GuessTypeOfText(const MessageText& input) {
+InferredType InferTypeOfText(const MessageText& input) {
   if (FirstField(input.text) == input.text.size() && !LooksLikeJson(input.text)) {
     return {nullptr, "an empty text may be of any type"};
   }

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/input/type_guess.h"
+#include "tools/input/type_inference.h"
 
 namespace zorl2_inspect {
 
@@ -27,7 +27,7 @@ struct MessageText {
 
 // The type that accepts the text, or else the one that accepts the longest part of it. Throws Error
 // for a text that is broken before its first field.
-TypeGuess GuessTypeOfText(const MessageText& input);
+InferredType InferTypeOfText(const MessageText& input);
 
 // Both throw Error with line, column and field path, also if a required field is missing.
 //

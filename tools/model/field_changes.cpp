@@ -54,7 +54,7 @@ class Collector : public MessageDifferencer::Reporter {
     Report(FieldChange::Kind::kRemoved, path);
   }
   void ReportModified(const Message&, const Message&, const Path& path) override {
-    // A message that differs is reported behind the fields of it that do.
+    // A message that differs is reported after those of its fields that do.
     const FieldDescriptor* field = path.back().field;
     if (field != nullptr && field->message_type() != nullptr) return;
     Report(FieldChange::Kind::kChanged, path);

@@ -100,11 +100,7 @@ class Probe {
   // "value -> after", or why the message is rejected; empty if nothing happens.
   std::string Effect(const std::string& value) const {
     const Verdict verdict = zorl2::check::Check(*message_);
-    if (!Converts(verdict)) {
-      const bool fatal = verdict.outcome == zorl2::check::Outcome::kEndsProcess;
-      return fmt::format("{}: {} [{}]", value, fatal ? "ends the process" : "rejected",
-                         verdict.rule);
-    }
+    if (!Converts(verdict)) return RejectionText(verdict);
     const auto losses = zorl2::check::FindLosses(*message_);
     if (losses.empty()) return "";
     return fmt::format("{} -> {}", value, losses.front().after);

@@ -79,32 +79,30 @@ std::vector<Note> ParserNotes(const WireField& field) {
   return notes;
 }
 
-CheckNotes::CheckNotes(const Message& message) {
-  const Verdict verdict = zorl2::check::Check(message);
-  if (Converts(verdict)) {
+CheckNotes::CheckNotes(const Message& message) : verdict_(zorl2::check::Check(message)) {
+  if (Converts(verdict_)) {
     AddLosses("", message);
     return;
   }
-  AddRejection("", verdict);
+  AddRejection("", verdict_);
   ForEachNative(message, [&](const std::string& path, const NativeType&, const Message& part) {
-    const Verdict part_verdict = zorl2::check::Check(part);
-    if (Converts(part_verdict)) {
+    const Verdict verdict = zorl2::check::Check(part);
+    if (Converts(verdict)) {
       AddLosses(path, part);
-    } else if (Join(path, part_verdict.field) != verdict.field) {
-      AddRejection(path, part_verdict);
+    } else if (Join(path, verdict.field) != verdict_.field) {
+      AddRejection(path, verdict);
     }
   });
+  // Of each part the verdict names the first missing field only.
   std::vector<std::string> missing;
   message.FindInitializationErrors(&missing);
   for (const std::string& path : missing) {
-    if (notes_.count(path) != 0) continue;
-    notes_.insert({path, {Note::Kind::kRejected, "missing [required]", true}});
+    if (notes_.count(path) == 0) notes_.insert({path, {Note::Kind::kRejected, "missing"}});
   }
 }
 
 void CheckNotes::AddRejection(const std::string& path, const Verdict& verdict) {
-  const std::string field = path.empty() ? verdict.field : Join(path, verdict.field);
-  notes_.insert({field, {Note::Kind::kRejected, RejectionText(verdict), IsIncomplete(verdict)}});
+  notes_.insert({Join(path, verdict.field), {Note::Kind::kRejected, RejectionText(verdict)}});
 }
 
 void CheckNotes::AddLosses(const std::string& path, const Message& message) {

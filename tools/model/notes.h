@@ -26,8 +26,6 @@ struct Note {
 
   Kind kind;
   std::string text;
-  // The field is required and missing, or has an unlisted value.
-  bool is_missing = false;
 };
 
 const char* NoteName(Note::Kind kind);
@@ -39,6 +37,9 @@ std::vector<Note> ParserNotes(const WireField& field);
 class CheckNotes {
  public:
   explicit CheckNotes(const google::protobuf::Message& message);
+
+  // Of the whole message.
+  const zorl2::check::Verdict& verdict() const { return verdict_; }
 
   // The notes of a field that the walk has reached.
   std::vector<Note> Take(const WireField& field);
@@ -54,6 +55,7 @@ class CheckNotes {
   void AddRejection(const std::string& path, const zorl2::check::Verdict& verdict);
   void AddLosses(const std::string& path, const google::protobuf::Message& message);
 
+  zorl2::check::Verdict verdict_;
   // Unknown fields and unlisted values are under "typeInfo.#9".
   std::multimap<std::string, Note> notes_;
 };

@@ -57,6 +57,7 @@ RecordOutcome RecordCounter::Take(std::string_view record, Problem* problem) {
   const zorl2::check::Verdict verdict = zorl2::check::Check(*message_);
   if (!Converts(verdict)) {
     *problem = RejectionOf(verdict);
+    problem->offset = OffsetOf(record, *message_->GetDescriptor(), verdict.field);
     return IsIncomplete(verdict) ? RecordOutcome::kIncomplete : RecordOutcome::kRejected;
   }
   Convert(record);

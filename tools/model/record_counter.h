@@ -32,8 +32,7 @@ class RecordCounter {
  public:
   explicit RecordCounter(const google::protobuf::Descriptor& type);
 
-  // Takes the next record. Unless it is good, *problem has the reason, with an offset in the record
-  // if it is malformed.
+  // Takes the next record. Unless it is good, *problem has the reason and its offset in the record.
   RecordOutcome Take(std::string_view record, Problem* problem);
 
   // How many native records were made and converted back to messages.

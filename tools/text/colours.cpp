@@ -9,8 +9,8 @@ namespace zorl2_inspect {
 bool UseColours(const std::string& when, int descriptor) {
   if (when == "always") return true;
   if (when == "never") return false;
-  const char* const refused = std::getenv("NO_COLOR");
-  if (refused != nullptr && *refused != '\0') return false;
+  const char* const no_color = std::getenv("NO_COLOR");
+  if (no_color != nullptr && *no_color != '\0') return false;
   const char* const terminal = std::getenv("TERM");
   if (terminal == nullptr || std::string_view(terminal) == "dumb") return false;
   return isatty(descriptor) == 1;

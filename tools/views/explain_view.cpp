@@ -64,6 +64,7 @@ class Printer : public WireVisitor {
     // The conversion of bytes that are no message is nothing to talk about.
     if (message->ParsePartialFromArray(bytes.data(), static_cast<int>(bytes.size()))) {
       checked_.emplace(*message);
+      summary.verdict = checked_->verdict();
     }
   }
 
@@ -71,10 +72,7 @@ class Printer : public WireVisitor {
     ++summary.fields;
     std::vector<Note> notes = ParserNotes(field);
     if (checked_) {
-      for (Note& note : checked_->Take(field)) {
-        Missing(note, field.offset, field.path);
-        notes.push_back(std::move(note));
-      }
+      for (Note& note : checked_->Take(field)) notes.push_back(std::move(note));
     }
     Line(field.offset, field.raw, field.path, WireTypeText(field), WireValueText(field), notes);
   }
@@ -85,7 +83,6 @@ class Printer : public WireVisitor {
       return;
     }
     for (const CheckNotes::Absent& absent : checked_->TakeAbsent(container.path)) {
-      Missing(absent.note, end, absent.path);
       const FieldDescriptor* field = LastField(type_, container, absent.path);
       const bool is_list = field != nullptr && field->is_repeated();
       Line(end, {}, absent.path, field != nullptr ? SchemaTypeText(*field) : std::string(),
@@ -95,7 +92,7 @@ class Printer : public WireVisitor {
 
   void OnError(const Problem& problem) override {
     ++summary.errors;
-    if (!summary.problem) summary.problem = problem;
+    if (!summary.damage) summary.damage = problem;
     const std::size_t at = static_cast<std::size_t>(*problem.offset) - first_offset_;
     Start(*problem.offset, bytes_.substr(at, kBytesPerLine));
     out_.Print("{}\n", paint_(Colour::kRed,
@@ -106,13 +103,6 @@ class Printer : public WireVisitor {
   ExplainSummary summary;
 
  private:
-  void Missing(const Note& note, std::size_t offset, std::string_view path) {
-    if (!note.is_missing) return;
-    ++summary.missing;
-    if (summary.problem) return;
-    summary.problem = Problem{0, offset, std::nullopt, std::string(path), note.text, ""};
-  }
-
   void Start(std::size_t offset, std::string_view bytes) {
     out_.Print("{}  {:<{}}  ", paint_(Colour::kFaint, fmt::format("{:08x}", offset)), Hex(bytes),
                kBytesWidth);

@@ -24,9 +24,10 @@ struct ExplainSummary {
   std::size_t fields = 0;
   std::array<std::size_t, static_cast<std::size_t>(Note::Kind::kCount)> notes = {};
   std::size_t errors = 0;
-  std::size_t missing = 0;
-  // The first reason why the runtime rejects the message, if it does.
-  std::optional<Problem> problem;
+  // Why the runtime cannot parse the message; the first reason.
+  std::optional<Problem> damage;
+  // What the conversion does with a message without damage.
+  zorl2::check::Verdict verdict;
 };
 
 // Prints one line for each field of a message, down to the leaf, in the order of the bytes: offset,

@@ -34,7 +34,7 @@ class Walker {
   }
 
  private:
-  // Where a message stands in the walk: what is left of it, how often each field came.
+  // The state of the walk in a message: what is left of it, and how often each field has come.
   struct Frame {
     Frame(const Descriptor* message, std::string_view content, int nesting)
         : type(message), reader(content), begin(content.begin()), depth(nesting) {
@@ -186,7 +186,7 @@ class Walker {
       Fail(item.offset, "at most 100 levels of nesting", "one more");
       return true;
     }
-    // A damaged message or list has its own end, so the walk goes on behind it.
+    // A damaged message or list has its own end, so the walk continues after it.
     const bool whole = message ? Message(field->message_type(), item.content, item.depth + 1)
                                : Packed(frame, *field, item, content_at);
     item.path = path_;

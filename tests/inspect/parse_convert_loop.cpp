@@ -1,5 +1,5 @@
-// What stats and roundtrip are measured against: a loop that only parses, converts both ways and
-// serialises the entries of a delimited stream. Prints how many there were.
+// The measure for stats and roundtrip: a loop that only parses, converts both ways and serializes
+// the entries of a length-prefixed stream. Prints how many there were.
 #include <fcntl.h>
 #include <google/protobuf/io/coded_stream.h>
 #include <google/protobuf/io/zero_copy_stream_impl.h>

@@ -25,7 +25,7 @@ class Hostile(ToolTest):
             for size in range(0, len(sample), step):
                 done = self.explain(type_name, sample[:size], status=None)
                 if done.returncode == 2:
-                    self.assertRegex(done.errors, r"expected .*, found ")
+                    self.assertRegex(done.errors, r"\(expected |\[required\]")
 
     def test_a_truncated_entry_never_passes(self):
         sample = wire.entry()
@@ -86,10 +86,10 @@ class Hostile(ToolTest):
         for claim in (0xFFFFFFFF, 0x80000000, 0x7FFFFFFF, 1 << 34):
             message = b"\x0a" + wire.varint(claim) + b"\x01\x02"
             done = self.explain("IntfEntry", message, status=2, megabytes=256)
-            self.assertIn("offset 0x1: zorid: expected", done.errors)
+            self.assertIn("offset 0x1: zorid: ", done.errors)
             done = self.run_tool("stats", "--type", "IntfEntry", "-",
                                  given=wire.varint(claim) + b"\x01\x02", status=2, megabytes=256)
-            self.assertIn("expected %d bytes of a record, found 2" % claim, done.errors)
+            self.assertIn("2 bytes (expected %d bytes of a record)" % claim, done.errors)
         done = self.run_tool("stats", "--type", "Zorid", "-", given=b"\xff" * 9 + b"\x01", status=2)
         self.assertIn("a varint of more than five bytes", done.errors)
 
@@ -97,11 +97,11 @@ class Hostile(ToolTest):
         huge = wire.text(1, bytes(1000000))
         content = wire.text(1, huge) + wire.entry()[len(wire.text(1, wire.zorid(0, 0, 0, 7))):]
         done = self.explain("IntfEntry", content, megabytes=256, seconds=60)
-        self.assertIn("1000000 values where an identifier has 4: becomes 0.0.0.0", done.text)
+        self.assertIn("0.0.0.0.0.0.0.0... (1000000 values) becomes 0.0.0.0", done.text)
         self.assertIn("zorid.value[999999]", done.text)
         stream = wire.delimited(content, wire.entry())
         done = self.run_tool("stats", "--type", "IntfEntry", "-", given=stream, megabytes=256)
-        self.assertRegex(done.text, r"malformed identifier becomes 0\.0\.0\.0 +1\n")
+        self.assertRegex(done.text, r"zorid replaced +1\n")
         path = self.file("huge.pb", content)
         self.run_tool("diff", "--input", "wire", "--type", "IntfEntry", path, path, megabytes=256)
         signal = wire.number(1, 3) + wire.text(2, wire.text(1, huge) + wire.number(2, 1))

@@ -65,13 +65,12 @@ class Explain(ToolTest):
 
     def test_a_wide_bridge_port_is_marked_narrowed(self):
         found = rows(self.explain(wire.entry(port=65536 + 513), "--type", "IntfEntry").text)
-        self.assertIn("<- narrowed: the converter keeps the low 16 bits: 66049 becomes 513",
+        self.assertIn("<- narrowed: 66049 becomes 513",
                       found["generalInfo.bridge_port_number"][0][2])
 
     def test_a_wide_identifier_value_is_marked_narrowed(self):
         found = rows(self.explain(wire.entry((0, 0, 0x1FF, 7)), "--type", "IntfEntry").text)
-        self.assertIn("<- narrowed: the converter keeps the low 8 bits: 511 becomes 255",
-                      found["zorid.value[2]"][0][2])
+        self.assertIn("<- narrowed: 0.0.511.7 becomes 0.0.255.7", found["zorid"][0][2])
 
     def test_absent_parent_and_port_are_marked_defaulted(self):
         found = rows(self.explain(wire.entry(parent=None, port=None), "--type", "IntfEntry").text)
@@ -81,43 +80,44 @@ class Explain(ToolTest):
 
     def test_a_malformed_identifier_becomes_zero_in_an_entry(self):
         found = rows(self.explain(wire.entry((1, 2, 3)), "--type", "IntfEntry").text)
-        self.assertIn("<- defaulted: 3 values where an identifier has 4: becomes 0.0.0.0",
+        self.assertIn("<- replaced: 1.2.3 (3 values) becomes 0.0.0.0",
                       found["zorid"][0][2])
 
-    def test_a_malformed_identifier_is_refused_in_a_state_signal(self):
+    def test_a_malformed_identifier_is_rejected_in_a_state_signal(self):
         signal = wire.shut_signal(wire.LACP, ((1, 2, 3, 4), 1), ((1, 2, 3, 4, 5), 0))
         found = rows(self.explain(signal, "--type", "ShutStateSync").text)
         self.assertNotIn("<-", found["intfs[0].zorid"][0][2])
-        self.assertIn("<- refused: 5 values where an identifier has 4: the converter would end",
+        self.assertIn("<- rejected: 5 values (expected 4) [identifier.size]",
                       found["intfs[1].zorid"][0][2])
 
-    def test_a_signal_of_an_interface_protocol_is_refused(self):
+    def test_a_signal_of_an_interface_protocol_is_rejected(self):
         found = rows(self.explain(wire.shut_signal(wire.L1_PROTO), "--type", "ShutStateSync").text)
-        self.assertIn("<- refused: a state signal for L1_PROTO", found["shutProtocol"][0][2])
+        self.assertIn("<- rejected: L1_PROTO (expected a protocol of a state signal)", found["shutProtocol"][0][2])
 
     def test_a_repeated_interface_of_a_signal_says_which_state_is_lost(self):
         signal = wire.shut_signal(wire.LACP, ((1, 2, 3, 4), 1), ((1, 2, 3, 4), 0))
         found = rows(self.explain(signal, "--type", "ShutStateSync").text)
-        self.assertIn("<- dropped: the state given for 1.2.3.4 at 0x4", found["intfs[1].zorid"][0][2])
+        self.assertIn("<- replaced: 1.2.3.4 becomes intfs[1]", found["intfs[0]"][0][2])
 
     def test_unknown_fields_and_enumeration_numbers_are_dropped(self):
         content = wire.entry(shut=(wire.LACP, 13), extra=wire.number(77, 5) + wire.text(78, "new"))
         found = rows(self.explain(content, "--type", "IntfEntry").text)
-        self.assertIn("<- dropped: 13 is no number of ProtocolType", found["shutdownProtos[1]"][0][2])
-        self.assertIn("<- dropped: IntfEntry has no field 77", found["#77"][0][2])
+        self.assertRegex(found["shutdownProtos[1]"][0][2],
+                         r"13 \(unlisted\)  <- dropped: unknown field$")
+        self.assertRegex(found["#77"][0][2], r"^unknown, varint +5  <- dropped: unknown field$")
         self.assertRegex(found["#78"][0][2], r'^unknown, length-delimited +"new"  <- dropped')
 
     def test_another_wire_type_makes_a_field_unknown(self):
         content = wire.entry(extra=wire.text(9, "x"))
         found = rows(self.explain(content, "--type", "IntfEntry").text)
-        self.assertIn("intfCategory has wire type varint, not length-delimited",
-                      found["intfCategory#9"][0][2])
+        self.assertRegex(found["intfCategory#9"][0][2],
+                         r'^unknown, length-delimited +"x"  <- dropped: unknown field$')
 
-    def test_a_replaced_value_says_where_the_later_one_stands(self):
+    def test_a_replaced_value_says_where_the_later_one_is(self):
         content = wire.number(9, 4) + wire.entry()
         found = rows(self.explain(content, "--type", "IntfEntry").text)
         later = len(content) - 2
-        self.assertIn("<- dropped: replaced by the same field at %#x" % later,
+        self.assertIn("<- replaced: by the same field at %#x" % later,
                       found["intfCategory"][0][2])
         self.assertNotIn("<-", found["intfCategory"][1][2])
 
@@ -134,22 +134,31 @@ class Explain(ToolTest):
         content = wire.text(1, wire.zorid(0, 0, 0, 7)) + wire.text(3, wire.text(1, "x"))
         done = self.explain(content, "--type", "IntfEntry", status=2)
         self.assertIn("generalInfo.phy_addr", done.text)
-        self.assertIn("<- refused: required: the message is not complete", done.text)
-        self.assertRegex(done.errors, r"^zorl2-inspect: standard input: offset 0xd: "
-                         r"generalInfo\.phy_addr: expected the required field")
+        self.assertIn("<- rejected: missing", done.text)
+        self.assertEqual(done.errors, "zorl2-inspect: standard input: offset 0x0: statusInfo: "
+                         "missing, required by IntfEntry [required]\n")
+
+    def test_an_unlisted_value_of_a_required_field_is_named_at_its_offset(self):
+        content = wire.entry(category=5)
+        done = self.explain(content, "--type", "IntfEntry", status=2)
+        problem = "unlisted value 5 (listed: 0 to 4), required by IntfEntry [required]"
+        self.assertIn("5 (unlisted)  <- rejected: " + problem,
+                      rows(done.text)["intfCategory"][0][2])
+        self.assertEqual(done.errors, "zorl2-inspect: standard input: offset %#x: intfCategory: "
+                         "%s\n" % (len(content) - 2, problem))
 
     def test_damage_in_a_part_is_named_and_the_rest_is_explained(self):
         bad = wire.text(4, b"\x08")  # a tag without its value
         content = wire.text(1, wire.zorid(0, 0, 0, 7)) + bad + wire.number(9, 2)
         done = self.explain(content, "--type", "IntfEntry", status=2)
         self.assertIn("statusInfo.adminStatus", done.text)
-        self.assertIn("<- malformed: expected a varint, found the end of the bytes", done.text)
+        self.assertIn("<- malformed: the end of the bytes (expected a varint)", done.text)
         self.assertIn("VP (2)", done.text)
-        self.assertRegex(done.errors, r"offset 0xb: statusInfo\.adminStatus: expected a varint")
+        self.assertRegex(done.errors, r"offset 0xb: statusInfo\.adminStatus: the end of the bytes \(expected a varint")
 
-    def test_a_length_past_the_end_says_what_stood_there(self):
+    def test_a_length_past_the_end_says_what_was_found(self):
         done = self.explain(b"\x0a\x40\x01", "--type", "IntfEntry", status=2)
-        self.assertIn("offset 0x1: zorid: expected at most 1 more bytes, found a length of 64",
+        self.assertIn("offset 0x1: zorid: a length of 64 (expected at most 1 more bytes)",
                       done.errors)
 
     def test_a_list_gives_every_entry_its_index(self):

@@ -57,6 +57,18 @@ class Types(ToolTest):
                 native = None if enumeration["name"] == "IndicationType" else place
                 self.assertEqual(value["native"], native)
 
+    def test_remarks_say_what_the_conversion_does(self):
+        remarks = {message["name"] + "." + field["name"]: field["remark"]
+                   for message in self.types["messages"] for field in message["fields"]}
+        self.assertEqual(remarks["GeneralInfo.bridge_port_number"],
+                         "absent -> 0; 4294967295 -> 65535")
+        self.assertEqual(remarks["IntfEntry.parent"],
+                         "absent -> 0.0.0.0; 3 values -> 0.0.0.0")
+        self.assertEqual(remarks["ShutStateInfo.zorid"], "3 values (expected 4) [identifier.size]")
+        self.assertIn("L1_PROTO (expected a protocol of a state signal) [protocol.unlisted]",
+                      remarks["BlockStateSync.blockProtocol"])
+        self.assertEqual(remarks["GeneralInfo.intf_name"], "")
+
     def test_the_wrapped_speed_is_explained(self):
         text = self.run_tool("types", "EthernetSpeed").text
         self.assertRegex(text, r"11 +1410065408 +SPEED_10_TBS +wrapped: 10000000000 needs more than "
@@ -70,7 +82,7 @@ class Types(ToolTest):
 
     def test_an_unknown_name_is_an_error(self):
         done = self.run_tool("types", "Nonsense", status=2)
-        self.assertIn('found "Nonsense"', done.errors)
+        self.assertIn('NAME: "Nonsense" (expected the name of a message or enumeration)', done.errors)
 
 
 if __name__ == "__main__":

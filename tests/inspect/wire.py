@@ -28,6 +28,11 @@ def zorid(*values):
     return text(1, b"".join(varint(value) for value in values))
 
 
+def flags(*values):
+    """The fields 1, 2, ... with these numbers."""
+    return b"".join(number(i, int(value)) for i, value in enumerate(values, 1))
+
+
 LACP, STP, L1_PROTO = 3, 4, 10
 
 

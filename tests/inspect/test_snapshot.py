@@ -1,11 +1,11 @@
 """Snapshots: of this machine, and of a network namespace with interfaces made for it."""
+
 import json
 import os
 import subprocess
 import unittest
 
-import tool_test
-from tool_test import ToolTest
+from support import TOOL, ToolTest
 
 
 def may_make_namespaces():
@@ -19,7 +19,7 @@ def script(lines):
     """Runs in a namespace of its own, with the sysfs of that namespace."""
     text = "set -e\nmount -t sysfs none /sys\n" + lines + '\nexec "$TOOL" snapshot --output json\n'
     done = subprocess.run(["unshare", "--net", "--mount", "sh", "-c", text],
-                          env=dict(os.environ, TOOL=tool_test.TOOL), stdout=subprocess.PIPE,
+                          env=dict(os.environ, TOOL=TOOL), stdout=subprocess.PIPE,
                           stderr=subprocess.PIPE, check=False)
     if done.returncode != 0:
         raise RuntimeError(done.stderr.decode())
@@ -36,8 +36,8 @@ def kernel_has(kind):
 
 class MachineTest(ToolTest):
     def test_every_interface_of_the_machine_is_in_the_snapshot(self):
-        self.assertEqual(self.run_tool("snapshot", "--output", "json"), 0, self.err)
-        taken = json.loads(self.out)
+        done = self.run_tool("snapshot", "--output", "json")
+        taken = json.loads(done.text)
         names = {e["generalInfo"]["intf_name"]: e for e in taken["intfEntry"]}
         self.assertEqual(set(names), set(os.listdir("/sys/class/net")) - {"bonding_masters"})
         for name, entry in names.items():
@@ -58,9 +58,9 @@ class MachineTest(ToolTest):
         for form in ("wire", "json", "text", "hex"):
             with self.subTest(form):
                 file = self.path(form)
-                self.assertEqual(self.run_tool("snapshot", "--output", form, file), 0, self.err)
-                self.assertEqual(self.run_tool("roundtrip", file), 0, self.err)
-                self.assertIn("lossless", self.out)
+                self.run_tool("snapshot", "--output", form, file)
+                done = self.run_tool("roundtrip", file)
+                self.assertIn("lossless", done.text)
 
 
 class NamespaceTest(ToolTest):
@@ -132,4 +132,4 @@ class NamespaceTest(ToolTest):
 
 
 if __name__ == "__main__":
-    tool_test.main()
+    unittest.main()

@@ -9,7 +9,7 @@
 
 namespace zorl2_inspect {
 
-struct TypeGuess {
+struct InferredType {
   // Null if no type fits or several fit equally well.
   const google::protobuf::Descriptor* type = nullptr;
   // Why this type, or why none.
@@ -17,9 +17,9 @@ struct TypeGuess {
 };
 
 // From bytes in the wire format, whole or damaged.
-TypeGuess GuessFromWire(std::string_view bytes);
+InferredType InferTypeFromWire(std::string_view bytes);
 
 // No type, because these fit equally well.
-TypeGuess AmbiguousType(const std::vector<const google::protobuf::Descriptor*>& types);
+InferredType AmbiguousType(const std::vector<const google::protobuf::Descriptor*>& types);
 
 }  // namespace zorl2_inspect

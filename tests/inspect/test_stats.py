@@ -29,9 +29,9 @@ class Stats(ToolTest):
         self.assertEqual(counts["shut down by"], {"LACP": 2, "STP": 1})
         self.assertEqual(counts["blocked by"], {"STP": 2})
         self.assertEqual(counts["forwarding for"], {"BACKUPLINK": 1})
-        self.assertNotIn("what the conversion of entries changes", counts)
+        self.assertNotIn("changed by the conversion to native", counts)
 
-    def test_sizes_and_rates_are_told(self):
+    def test_sizes_and_rates_are_reported(self):
         records = [wire.zorid(1, 2, 3, 4), wire.zorid(1, 2, 3, 400)]
         report = self.report(wire.delimited(*records), type_name="Zorid")
         self.assertEqual((report["records"], report["good"], report["bytes"]), (2, 2, 13))
@@ -44,12 +44,14 @@ class Stats(ToolTest):
             wire.entry(parent=None), wire.entry(port=None), wire.entry(port=65536),
             wire.entry((1, 2, 3)), wire.entry((1, 2, 3, 256)), wire.entry(extra=wire.number(77, 1)),
             wire.entry(shut=(99,)))
-        self.assertEqual(self.report(stream)["counts"]["what the conversion of entries changes"], {
-            "absent parent becomes 0.0.0.0": 1, "absent bridge port number becomes 0": 1,
-            "bridge port number above 65535 narrowed": 1,
-            "malformed identifier becomes 0.0.0.0": 1,
-            "identifier with a value above 255 narrowed": 1,
-            "entry with unknown fields dropped": 2})
+        self.assertEqual(self.report(stream)["counts"]["changed by the conversion to native"], {
+            "parent defaulted": 1, "generalInfo.bridge_port_number defaulted": 1,
+            "generalInfo.bridge_port_number narrowed": 1, "zorid replaced": 1,
+            "zorid narrowed": 1, "unknown field": 2})
+        counts = self.report(wire.delimited(wire.entry_list(wire.entry(), wire.entry(port=65536))),
+                             type_name="IntfEntryList")["counts"]
+        self.assertEqual(counts["changed by the conversion to native"],
+                         {"intfEntry.generalInfo.bridge_port_number narrowed": 1})
 
     def test_lists_indications_signals_and_clients_are_counted(self):
         counts = self.report(wire.delimited(wire.entry_list(wire.entry(), wire.entry())),
@@ -80,42 +82,47 @@ class Stats(ToolTest):
                          [5, 3, 1, 1])
         size = len(wire.delimited(good))
         self.assertEqual([(bad["record"], bad["offset"], bad["outcome"]) for bad in report["bad"]],
-                         [(2, size, "malformed"), (4, 3 * size, "incomplete")])
+                         [(2, size + 2, "malformed"), (4, 3 * size + 1, "incomplete")])
         self.assertRegex(report["bad"][0]["problem"], r"^offset 0x[0-9a-f]+: generalInfo")
-        self.assertIn("expected the required field", report["bad"][1]["problem"])
+        self.assertRegex(report["bad"][1]["problem"],
+                         r"^offset 0x[0-9a-f]+: generalInfo: missing, required by IntfEntry "
+                         r"\[required\]$")
 
-    def test_what_would_end_the_process_is_refused(self):
+    def test_what_would_end_the_process_is_rejected(self):
         stream = wire.delimited(
             wire.shut_signal(3, ((1, 2, 3, 4), 1), ((1, 2, 3), 1)), wire.shut_signal(10),
             wire.shut_signal(11), wire.shut_signal(0, ((), 0)), wire.shut_signal(3))
         for type_name, field in (("ShutStateSync", "shut"), ("BlockStateSync", "block")):
             report = self.report(stream, status=1, type_name=type_name)
-            self.assertEqual((report["refused"], report["good"]), (4, 1))
+            self.assertEqual((report["rejected"], report["good"]), (4, 1))
             self.assertEqual([bad["problem"] for bad in report["bad"]], [
-                "intfs[1].zorid: expected 4 values, found 3",
-                field + "Protocol: expected a protocol that shuts down or blocks, found L1_PROTO",
-                field + "Protocol: expected a protocol that shuts down or blocks, found L2_PROTO",
-                "intfs[0].zorid: expected 4 values, found 0"])
+                "offset 0x11: intfs[1].zorid: 3 values (expected 4) [identifier.size]",
+                "offset 0x1b: %sProtocol: L1_PROTO (expected a protocol of a state signal) "
+                "[protocol.unlisted]" % field,
+                "offset 0x1e: %sProtocol: L2_PROTO (expected a protocol of a state signal) "
+                "[protocol.unlisted]" % field,
+                "offset 0x25: intfs[0].zorid: 0 values (expected 4) [identifier.size]"])
 
-    def test_refused_operations_say_why(self):
+    def test_rejected_operations_say_why(self):
         stream = wire.delimited(wire.lag_member(lag=(1, 2)), wire.text(1, wire.zorid(1, 2, 3, 4)))
         report = self.report(stream, status=1, type_name="LagMemberOperationProto")
         self.assertEqual([bad["problem"] for bad in report["bad"]], [
-            "lag: expected 4 values, found 2", "member: expected an identifier, found none"])
+            "offset 0x1: lag: 2 values (expected 4) [identifier.size]",
+            "offset 0x14: member: missing (expected 4 values) [identifier.missing]"])
 
-    def test_a_cut_stream_is_told_with_its_offset_after_the_report(self):
+    def test_a_cut_stream_is_reported_with_its_offset_after_the_report(self):
         stream = wire.delimited(wire.entry(), wire.entry())
         done = self.run_tool("stats", "--type", "IntfEntry", "-", given=stream[:-5], status=2)
         second = len(stream) // 2
-        self.assertIn("offset %#x: expected %d bytes of a record, found %d" % (
-            second, len(wire.entry()), len(wire.entry()) - 5), done.errors)
+        self.assertIn("offset %#x: %d bytes (expected %d bytes of a record)" % (
+            second, len(wire.entry()) - 5, len(wire.entry())), done.errors)
         self.assertRegex(done.text, r"\n  good +1\n")
 
     def test_a_record_beyond_the_limit_is_skipped(self):
         stream = wire.delimited(wire.zorid(1, 2, 3, 4), bytes(5000), wire.zorid(1, 2, 3, 5))
         report = self.report(stream, "--longest", "4000", status=1, type_name="Zorid")
         self.assertEqual((report["good"], report["malformed"]), (2, 1))
-        self.assertIn("5000 bytes, more than the 4000", report["bad"][0]["problem"])
+        self.assertIn("offset 0x7: 5000 bytes (expected at most 4000 bytes)", report["bad"][0]["problem"])
 
     def test_only_so_many_bad_records_are_listed(self):
         stream = wire.delimited(*[b"\xff"] * 50)
@@ -124,9 +131,9 @@ class Stats(ToolTest):
         text = self.run_tool("stats", "--type", "Zorid", "-", given=stream, status=1).text
         self.assertIn("and 30 more that are not good", text)
 
-    def test_the_type_is_guessed_from_the_first_record(self):
+    def test_the_type_is_inferred_from_the_first_record(self):
         done = self.run_tool("stats", "-", given=wire.delimited(wire.entry(), wire.entry()))
-        self.assertIn("type IntfEntry guessed from the first record", done.errors)
+        self.assertRegex(done.errors, r"type IntfEntry inferred: .* \(first record\)\n")
 
     def test_an_empty_stream_has_no_records(self):
         self.assertEqual(self.report(b"")["records"], 0)

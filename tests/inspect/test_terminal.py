@@ -1,50 +1,11 @@
 """Colours and progress, on a pseudo-terminal."""
 
-import os
-import pty
-import select
 import subprocess
 import time
 import unittest
 
 import wire
-from support import SANITIZED, TOOL, ToolTest
-
-
-def on_terminal(arguments, feed=None, env=None, stdout_too=True):
-    """Runs the tool with its outputs on a pseudo-terminal; what appeared there, and the status.
-    feed yields the bytes of standard input, at its own pace."""
-    master, slave = pty.openpty()
-    environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
-    environment.update({"TERM": "xterm", **(env or {})})
-    process = subprocess.Popen([TOOL, *arguments], stdin=subprocess.PIPE,
-                               stdout=slave if stdout_too else subprocess.DEVNULL, stderr=slave,
-                               env=environment)
-    os.close(slave)
-    seen = b""
-
-    def drain(wait):
-        nonlocal seen
-        while select.select([master], [], [], wait)[0]:
-            try:
-                got = os.read(master, 65536)
-            except OSError:
-                return False
-            if not got:
-                return False
-            seen += got
-        return True
-
-    for block in feed or ():
-        process.stdin.write(block)
-        process.stdin.flush()
-        drain(0)
-    process.stdin.close()
-    while drain(0.2) and process.poll() is None:
-        pass
-    drain(0)
-    os.close(master)
-    return seen.decode(errors="replace"), process.wait(60)
+from support import SANITIZED, TOOL, ToolTest, on_terminal
 
 
 class Terminal(ToolTest):

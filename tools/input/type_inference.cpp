@@ -1,4 +1,4 @@
-#include "tools/input/type_guess.h"
+#include "tools/input/type_inference.h"
 
 #include <fmt/format.h>
 #include <google/protobuf/message.h>
@@ -75,13 +75,13 @@ void Weigh(const Message& message, Fit& fit) {
 
 }  // namespace
 
-TypeGuess AmbiguousType(const std::vector<const Descriptor*>& types) {
+InferredType AmbiguousType(const std::vector<const Descriptor*>& types) {
   std::string names;
   for (const Descriptor* type : types) names += (names.empty() ? "" : ", ") + type->name();
   return {nullptr, fmt::format("it reads equally well as {}", names)};
 }
 
-TypeGuess GuessFromWire(std::string_view bytes) {
+InferredType InferTypeFromWire(std::string_view bytes) {
   if (bytes.empty()) {
     return {nullptr, "an empty message may be of any type"};
   }

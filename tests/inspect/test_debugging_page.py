@@ -6,13 +6,11 @@ import shutil
 import subprocess
 import unittest
 
-from support import TOOL, ToolTest
-
-SOURCE = os.environ["ZORL2_SOURCE_DIR"]
+from support import SAMPLES, SOURCE, TOOL, ToolTest
 
 
 def _split(part):
-    """The command, which goes on behind a backslash at the end of a line, and what follows it."""
+    """The command, which continues after a backslash at the end of a line, and what follows it."""
     lines = part.splitlines(keepends=True)
     end = 1
     while lines[end - 1].endswith("\\\n"):
@@ -21,14 +19,14 @@ def _split(part):
 
 
 def commands(page):
-    """Each command and the lines that the page shows behind it."""
+    """Each command and the lines that the page shows after it."""
     for block in re.findall(r"^```console\n(.*?)^```$", page, re.M | re.S):
         for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
             yield _split(part)
 
 
 def pattern(shown):
-    """Three dots stand for anything, runs of them in a line included."""
+    """Three dots match anything, also several times in a line."""
     return re.escape(shown).replace(r"\.\.\.", ".*?").replace(r"\ \ .*?\ \ ", r"\s.*?\s")
 
 
@@ -37,7 +35,8 @@ class DebuggingPage(ToolTest):
         with open(os.path.join(SOURCE, "docs", "debugging.md"), encoding="utf-8") as page:
             steps = list(commands(page.read()))
         self.assertGreater(len(steps), 10)
-        shutil.copy(os.path.join(SOURCE, "tools", "samples", "switch-52.json"), self._folder.name)
+        for sample in ("switch-52.json", "lacp-shut.json"):
+            shutil.copy(os.path.join(SAMPLES, sample), self._folder.name)
         environment = {**os.environ, "PATH": os.path.dirname(TOOL) + ":" + os.environ["PATH"],
                        "PROTO": os.path.join(SOURCE, "serialize", "protobuf"),
                        "DESC": os.environ["ZORL2_DESCRIPTOR_SET"], "LC_ALL": "C.UTF-8"}

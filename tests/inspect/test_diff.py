@@ -94,7 +94,7 @@ class Diff(ToolTest):
         self.assertIn("- 0.0.0.1: removed", text)
         self.assertIn("~ 0.0.0.2: changed\n    ~ state: true -> false\n", text)
 
-    def test_a_signal_that_the_converters_refuse_can_be_compared(self):
+    def test_a_signal_that_the_converters_reject_can_be_compared(self):
         text = self.diff(wire.shut_signal(10, ((1, 2, 3), 1)), wire.shut_signal(10, ((1, 2), 1)),
                          "--type", "ShutStateSync").text
         self.assertIn("- 1.2.3 (3 values): removed", text)

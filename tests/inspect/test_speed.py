@@ -1,5 +1,5 @@
-"""The rates of stats and roundtrip beside that of a loop that only parses, converts both ways and serialises.
-Compared by the processor time of both processes, which does not count who else had the processor."""
+"""The rates of stats and roundtrip compared with that of a loop that only parses, converts both ways
+and serializes. Compared by the processor time of both processes, which does not count who else had the processor."""
 
 import os
 import subprocess

@@ -1,7 +1,6 @@
 #include "tools/input/json_reader.h"
 
 #include <fmt/format.h>
-#include <rapidjson/error/error.h>
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
@@ -11,7 +10,6 @@
 #include "tools/input/json_value.h"
 #include "tools/model/message_types.h"
 #include "tools/text/json_allocator.h"
-#include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -22,8 +20,7 @@ using google::protobuf::Message;
 using google::protobuf::Reflection;
 using Messages = std::vector<std::unique_ptr<Message>>;
 
-constexpr std::size_t kDepthLimit = 100;
-constexpr std::size_t kShown = 24;
+constexpr std::size_t kDeepest = 100;
 
 // Builds messages from the events of the library's reader.
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
@@ -41,7 +38,10 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     stream_ = &stream;
     const auto result = reader_.Parse<kFlags>(stream, *this);
     if (!result) {
-      if (!problem) SyntaxProblem(result.Code(), begin + result.Offset());
+      if (!problem) {
+        problem = SyntaxProblem(text_, begin + result.Offset(), result.Code());
+        problem->path = Path(false);
+      }
       return std::nullopt;
     }
     return begin + stream.Tell();
@@ -77,7 +77,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     Frame& frame = frames_.back();
     if (frame.field->is_repeated() && !frame.in_array) return Fail(start, "an array");
     if (frame.field->message_type() == nullptr) return Fail(start, ExpectedValue(*frame.field));
-    if (frames_.size() > kDepthLimit) return Fail(start, "at most 100 levels of nesting");
+    if (frames_.size() > kDeepest) return Fail(start, "at most 100 levels of nesting");
     const Reflection& reflection = *frame.message->GetReflection();
     frames_.push_back(Frame(frame.in_array
                                 ? reflection.AddMessage(frame.message, frame.field)
@@ -195,57 +195,9 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     return path;
   }
 
-  // The token at the offset, for a person.
-  std::string Token(std::size_t offset) const {
-    if (offset >= text_.size()) return "the end of the text";
-    if (text_[offset] == '"') {
-      std::size_t end = offset + 1;
-      while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2 : 1;
-      return Quoted(text_.substr(offset + 1, end - offset - 1), kShown);
-    }
-    const std::size_t end = std::min(text_.find_first_of(" \t\r\n,:[]{}\"", offset), text_.size());
-    return Quoted(text_.substr(offset, std::max<std::size_t>(end - offset, 1)), kShown);
-  }
-
   bool Fail(std::size_t offset, std::string expected) {
-    problem = JsonProblem{offset, Path(true), Token(offset), std::move(expected)};
+    problem = JsonProblem{offset, Path(true), TokenAt(text_, offset), std::move(expected)};
     return false;
-  }
-
-  void SyntaxProblem(rapidjson::ParseErrorCode code, std::size_t offset) {
-    problem = JsonProblem{offset, Path(false), Token(offset), ""};
-    switch (code) {
-      case rapidjson::kParseErrorDocumentEmpty:
-        problem->expected = "an object for " + type_.name();
-        break;
-      case rapidjson::kParseErrorObjectMissName:
-        problem->expected = "a field name in quotes";
-        break;
-      case rapidjson::kParseErrorObjectMissColon:
-        problem->expected = "':'";
-        break;
-      case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
-        problem->expected = "',' or '}'";
-        break;
-      case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
-        problem->expected = "',' or ']'";
-        break;
-      case rapidjson::kParseErrorStringMissQuotationMark:
-        problem->found = "the end of the text";
-        problem->expected = "a closing quote";
-        break;
-      case rapidjson::kParseErrorStringInvalidEncoding:
-        problem->found = "a byte or a control character that a string cannot have";
-        problem->expected = "UTF-8, or an escape such as \\n";
-        break;
-      case rapidjson::kParseErrorStringEscapeInvalid:
-      case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
-      case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
-        problem->expected = "an escape such as \\n or \\u00e4";
-        break;
-      default:
-        problem->expected = "a value";
-    }
   }
 
   std::string_view text_;
@@ -278,7 +230,7 @@ std::optional<JsonProblem> ReadJson(std::string_view text, const Descriptor& typ
     if (!end) return std::move(builder.problem);
     offset = SkipBlanks(text, *end);
     if (array && offset < text.size()) {
-      return JsonProblem{offset, "", Quoted(text.substr(offset, 1)), "the end of the text"};
+      return JsonProblem{offset, "", TokenAt(text, offset), "the end of the text"};
     }
   } while (offset < text.size() && extent == JsonExtent::kAll);
   return std::nullopt;

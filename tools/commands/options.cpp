@@ -1,0 +1,48 @@
+#include "tools/commands/options.h"
+
+#include <unistd.h>
+
+#include <CLI/App.hpp>
+#include <CLI/Validators.hpp>
+#include <map>
+
+namespace zorl2_inspect {
+
+void AddTypeOption(CLI::App& command, std::string& type) {
+  command.add_option("--type", type, "Set the message type; inferred if omitted")
+      ->type_name("NAME");
+}
+
+void AddReadingOptions(CLI::App& command, InputOptions& options) {
+  AddTypeOption(command, options.type);
+  static const std::map<std::string, InputForm> forms = {{"wire", InputForm::kWire},
+                                                         {"hex", InputForm::kHex},
+                                                         {"json", InputForm::kJson},
+                                                         {"text", InputForm::kText}};
+  command
+      .add_option_function<std::string>(
+          "--input", [&options](const std::string& name) { options.form = forms.at(name); },
+          "Set the form of the input: wire, hex, json or text; inferred if omitted")
+      ->check(CLI::IsMember({"wire", "hex", "json", "text"}))
+      ->type_name("FORM");
+  command.add_flag("--delimited", options.delimited,
+                   "Read a length-prefixed stream: each message after its length as a varint");
+}
+
+void AddInputOptions(CLI::App& command, InputOptions& options) {
+  command.add_option("FILE", options.file, "The file to read; - for standard input")
+      ->required()
+      ->type_name("");
+  AddReadingOptions(command, options);
+}
+
+void AddColourOption(CLI::App& command, std::string& when) {
+  command.add_option("--color", when, "Use colours: auto, always or never; auto obeys NO_COLOR")
+      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->capture_default_str()
+      ->type_name("WHEN");
+}
+
+Palette PaletteFor(const std::string& when) { return Palette(UseColours(when, STDOUT_FILENO)); }
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,24 @@
+// Options that several subcommands have.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+
+#include "tools/input/input.h"
+#include "tools/text/colours.h"
+
+namespace zorl2_inspect {
+
+// FILE, and the options below.
+void AddInputOptions(CLI::App& command, InputOptions& options);
+// --type, --input and --delimited.
+void AddReadingOptions(CLI::App& command, InputOptions& options);
+// --type.
+void AddTypeOption(CLI::App& command, std::string& type);
+// --color.
+void AddColourOption(CLI::App& command, std::string& when);
+
+// The colours for standard output.
+Palette PaletteFor(const std::string& when);
+
+}  // namespace zorl2_inspect

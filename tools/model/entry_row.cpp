@@ -31,7 +31,8 @@ RowValue Name(const pb::IntfEntry& entry) {
   if (name.empty()) return {"-"};
   std::string quoted = Quoted(name, kLongestName);
   const bool plain = quoted.size() == name.size() + 2 && name.find(' ') == std::string::npos;
-  return {plain ? name : std::move(quoted)};
+  if (plain) return {name};
+  return {std::move(quoted)};
 }
 
 RowValue Type(const pb::IntfEntry& entry) {
@@ -68,6 +69,7 @@ RowValue Protocols(const std::vector<std::string>& names, bool holds) {
 
 RowValue ShutBy(const pb::IntfEntry& entry) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(entry.shutdownprotos_size()));
   for (int i = 0; i < entry.shutdownprotos_size(); ++i) {
     names.push_back(pb::ProtocolType_Name(entry.shutdownprotos(i)));
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/check.h"
@@ -23,6 +24,10 @@ struct RowValue {
   Mark mark = Mark::kNone;
 };
 
+// The name of the interface, quoted unless it is plain: a name of a capture must not move the
+// cursor. "-" if it is empty.
+std::string NameText(const zorl2::protobuf::IntfEntry& entry);
+
 struct EntryColumn {
   const char* title;
   bool is_number;
@@ -41,5 +46,8 @@ struct EntryRow {
 
 // The values are those of the message, whether or not it converts.
 EntryRow MakeEntryRow(const zorl2::protobuf::IntfEntry& entry);
+
+// What becomes of the field with this path, or of a part of it: kNone, kLost or kRejected.
+RowValue::Mark MarkOf(const EntryRow& row, std::string_view path);
 
 }  // namespace zorl2_inspect

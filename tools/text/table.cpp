@@ -39,7 +39,7 @@ void Table::Print(Output& out, const Palette& palette) const {
     const bool right = columns_[i].substr(0, 1) == ">";
     const std::string name = columns_[i].substr(right ? 1 : 0);
     Column column{i, name, right, Width(name)};
-    bool used = false;
+    bool used = empty_ == Empty::kPrinted;
     for (const auto& row : rows_) {
       used = used || (row[i].text != "-" && !row[i].text.empty());
       column.width = std::max(column.width, Width(row[i].text));

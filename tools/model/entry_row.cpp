@@ -25,6 +25,12 @@ RowValue Identifier(bool present, const pb::Zorid& id) {
   return {std::move(text)};
 }
 
+// A name of a capture must not move the cursor.
+std::string NameText(const pb::IntfEntry& entry) {
+  const std::string& name = entry.generalinfo().intf_name();
+  return name.empty() ? "-" : QuotedUnlessPlain(name, kLongestName);
+}
+
 RowValue Type(const pb::IntfEntry& entry) {
   if (!entry.typeinfo().has_interfacetype()) return {"-"};
   switch (entry.typeinfo().interfacetype()) {
@@ -83,14 +89,6 @@ bool IsIn(std::string_view path, std::string_view column) {
 }
 
 }  // namespace
-
-std::string NameText(const pb::IntfEntry& entry) {
-  const std::string& name = entry.generalinfo().intf_name();
-  if (name.empty()) return "-";
-  std::string quoted = Quoted(name, kLongestName);
-  const bool plain = quoted.size() == name.size() + 2 && name.find(' ') == std::string::npos;
-  return plain ? name : quoted;
-}
 
 const std::vector<EntryColumn>& EntryColumns() {
   using Entry = pb::IntfEntry;

@@ -24,10 +24,6 @@ struct RowValue {
   Mark mark = Mark::kNone;
 };
 
-// The name of the interface, quoted unless it is plain: a name of a capture must not move the
-// cursor. "-" if it is empty.
-std::string NameText(const zorl2::protobuf::IntfEntry& entry);
-
 struct EntryColumn {
   const char* title;
   bool is_number;

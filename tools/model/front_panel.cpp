@@ -19,7 +19,9 @@ bool IsPort(const pb::IntfEntry& entry) {
 std::optional<FrontPanel::Name> NameOf(const pb::IntfEntry& entry) {
   const std::string& name = entry.generalinfo().intf_name();
   const std::size_t end_of_prefix = name.find_last_not_of("0123456789");
-  const std::size_t digits = end_of_prefix == std::string::npos ? 0 : end_of_prefix + 1;
+  std::size_t digits = end_of_prefix == std::string::npos ? 0 : end_of_prefix + 1;
+  // "ge01" and "ge1" are two names.
+  while (digits + 1 < name.size() && name[digits] == '0') ++digits;
   if (digits == name.size() || name.size() - digits > kMostDigits) return std::nullopt;
   std::uint32_t number = 0;
   std::from_chars(name.data() + digits, name.data() + name.size(), number);

@@ -21,7 +21,7 @@ const char* PortStateName(PortState state);
 // the place; what comes before it names the row.
 class FrontPanel {
  public:
-  static constexpr std::size_t kPortsOfBank = 48;
+  static constexpr std::uint32_t kPortsOfBank = 48;
   static constexpr std::size_t kMostPorts = 192;
 
   // The last state of a port counts.

@@ -3,7 +3,6 @@
 #include <set>
 
 #include "tools/model/check_text.h"
-#include "tools/model/entry_row.h"
 #include "tools/model/field_text.h"
 
 namespace zorl2_inspect {
@@ -44,8 +43,8 @@ void ListSummary::Add(const Message& message) {
 }
 
 void ListSummary::Add(const pb::IntfEntry& entry) {
-  const std::string name =
-      entry.generalinfo().intf_name().empty() ? DottedText(entry.zorid()) : NameText(entry);
+  const std::string& own_name = entry.generalinfo().intf_name();
+  const std::string name = own_name.empty() ? DottedText(entry.zorid()) : own_name;
   ++entries;
   if (entry.has_intfcategory()) ++categories[Place(entry.intfcategory())];
   if (entry.typeinfo().has_interfacetype()) ++types[Place(entry.typeinfo().interfacetype())];

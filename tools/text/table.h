@@ -24,6 +24,9 @@ struct Cell {
 // How many places a terminal needs for the text: one for each character.
 std::size_t Width(std::string_view text);
 
+// The text if a terminal shows it in so many places, else its beginning and three dots.
+std::string Cut(const std::string& text, std::size_t width);
+
 class Table {
  public:
   // A name that begins with '>' is a column of numbers, aligned to the right.

@@ -6,6 +6,7 @@
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/model/changes.h"
+#include "tools/model/filter.h"
 #include "tools/model/message_types.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
@@ -19,6 +20,7 @@ struct DiffArguments {
   std::string before;
   std::string after;
   bool json = false;
+  std::vector<std::string> where;
   std::string colour = "auto";
 };
 
@@ -27,13 +29,19 @@ using google::protobuf::Message;
 struct Capture {
   DiffSide side;
   std::vector<std::unique_ptr<Message>> owned;
+  std::unique_ptr<Filter> filter;
 };
 
-Capture Read(InputOptions options, const std::string& file) {
+Capture Read(InputOptions options, const std::string& file,
+             const std::vector<std::string>& where) {
   options.file = file;
   Input input(options);
   Capture capture;
   capture.side.name = input.name();
+  if (!where.empty()) {
+    capture.filter = std::make_unique<Filter>(input.type(), where);
+    capture.side.filter = capture.filter.get();
+  }
   Record record;
   while (input.Next(record)) {
     std::unique_ptr<Message> message = NewMessage(input.type());
@@ -48,8 +56,8 @@ int RunDiff(const DiffArguments& arguments) {
   if (arguments.before == "-" && arguments.after == "-") {
     throw Error("standard input", "both captures", "one of them in a file");
   }
-  const Capture before = Read(arguments.input, arguments.before);
-  const Capture after = Read(arguments.input, arguments.after);
+  const Capture before = Read(arguments.input, arguments.before, arguments.where);
+  const Capture after = Read(arguments.input, arguments.after, arguments.where);
   const DiffResult result = Compare(before.side, after.side);
   Output output;
   if (arguments.json) {
@@ -74,11 +82,13 @@ void AddDiffCommand(CLI::App& app, int& status) {
       ->type_name("");
   AddReadingOptions(*command, arguments->input);
   command->add_flag("--json", arguments->json, "Print JSON");
+  AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
       "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
-      "0 equal, 1 different, 2 error.\n\n"
+      "0 equal, 1 different, 2 error. --where compares the elements that are selected before or\n"
+      "after; \"zorl2-inspect show --help\" describes its conditions.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");

@@ -33,6 +33,7 @@ int Run(int argc, char** argv) {
   AddDiffCommand(app, status);
   AddExplainCommand(app, status);
   AddStatsCommand(app, status);
+  AddSummaryCommand(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& success) {

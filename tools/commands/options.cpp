@@ -1,10 +1,13 @@
 #include "tools/commands/options.h"
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
 #include <map>
+
+#include "tools/text/error.h"
 
 namespace zorl2_inspect {
 
@@ -34,6 +37,21 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
       ->required()
       ->type_name("");
   AddReadingOptions(command, options);
+}
+
+void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions) {
+  command
+      .add_option("--where", conditions,
+                  "Select by FIELD OP VALUE, such as oper=DOWN; all conditions must hold. OP is\n"
+                  "= != < <= > >= or ~ (a part of the text, or a pattern with * and ?). Everything\n"
+                  "is selected if omitted")
+      ->allow_extra_args(false)
+      ->type_name("CONDITION");
+}
+
+void NoteNothingSelected(const std::string& name, const Filter& filter) {
+  if (filter.empty() || filter.selected() > 0) return;
+  PrintNote(fmt::format("{}: none of {} elements is selected by --where", name, filter.seen()));
 }
 
 void AddColourOption(CLI::App& command, std::string& when) {

@@ -3,8 +3,10 @@
 
 #include <CLI/App.hpp>
 #include <string>
+#include <vector>
 
 #include "tools/input/input.h"
+#include "tools/model/filter.h"
 #include "tools/text/colours.h"
 
 namespace zorl2_inspect {
@@ -15,6 +17,10 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 void AddReadingOptions(CLI::App& command, InputOptions& options);
 // --type.
 void AddTypeOption(CLI::App& command, std::string& type);
+// --where, as often as the operator likes.
+void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions);
+// Reports on standard error that nothing was selected, if that is so.
+void NoteNothingSelected(const std::string& name, const Filter& filter);
 // --color.
 void AddColourOption(CLI::App& command, std::string& when);
 

@@ -4,9 +4,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/model/filter.h"
 #include "tools/model/record_counter.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
@@ -19,6 +22,7 @@ namespace {
 struct StatsArguments {
   InputOptions input;
   bool json = false;
+  std::vector<std::string> where;
   std::uint64_t listed = 20;
 };
 
@@ -27,7 +31,8 @@ int RunStats(const StatsArguments& arguments) {
   Output output;
   StatsView view(output, arguments.json, arguments.listed);
   view.Begin(input.name(), input.type().name());
-  RecordCounter counter(input.type());
+  Filter filter(input.type(), arguments.where);
+  RecordCounter counter(input.type(), &filter);
   RecordSummary summary;
   Progress progress(input.size());
   std::optional<Problem> broken;
@@ -44,7 +49,13 @@ int RunStats(const StatsArguments& arguments) {
         break;
       }
     } else {
-      outcome = counter.Take(record.bytes, &problem);
+      const auto taken = counter.Take(record.bytes, &problem);
+      if (!taken) {
+        ++summary.left_out;
+        progress.Update(input.consumed(), summary.records);
+        continue;
+      }
+      outcome = *taken;
       if (problem.offset) *problem.offset += record.offset;
     }
     summary.Add(size);
@@ -59,6 +70,7 @@ int RunStats(const StatsArguments& arguments) {
   summary.conversions = counter.conversions();
   view.End(summary, counter.Sections(), broken ? ProblemText(*broken) : std::string());
   output.Finish();
+  NoteNothingSelected(input.name(), filter);
   if (broken) input.Fail(*broken);
   const std::uint64_t good = summary.outcomes[static_cast<std::size_t>(RecordOutcome::kGood)];
   return good == summary.records ? kExitOk : kExitDifferent;
@@ -78,6 +90,7 @@ void AddStatsCommand(CLI::App& app, int& status) {
   AddTypeOption(*command, arguments->input.type);
   command->add_flag_callback(
       "--delimited", [] {}, "Accepted for symmetry; the input of stats is always length-prefixed");
+  AddWhereOption(*command, arguments->where);
   command->add_flag("--json", arguments->json, "Print JSON");
   command->add_option("--list", arguments->listed, "List so many records that are not good")
       ->capture_default_str()
@@ -92,7 +105,8 @@ void AddStatsCommand(CLI::App& app, int& status) {
       "Converts every message to native and back, counts types, categories, protocols, sizes and\n"
       "what the conversion changes, and lists the records that do not convert.\n\n"
       "Needs the same memory for any stream. Exit status: 0 all records are good, 1 some are not,\n"
-      "2 the stream cannot be read to its end.\n\n"
+      "2 the stream cannot be read to its end. \"zorl2-inspect show --help\" describes the conditions\n"
+      "of --where; they do not leave out records that are no messages.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");
   command->callback([arguments, &status] { status = RunStats(*arguments); });

@@ -25,14 +25,10 @@ RowValue Identifier(bool present, const pb::Zorid& id) {
   return {std::move(text)};
 }
 
-// A name of a capture must not move the cursor: it is quoted unless it is plain.
-RowValue Name(const pb::IntfEntry& entry) {
+// A name of a capture must not move the cursor.
+std::string NameText(const pb::IntfEntry& entry) {
   const std::string& name = entry.generalinfo().intf_name();
-  if (name.empty()) return {"-"};
-  std::string quoted = Quoted(name, kLongestName);
-  const bool plain = quoted.size() == name.size() + 2 && name.find(' ') == std::string::npos;
-  if (plain) return {name};
-  return {std::move(quoted)};
+  return name.empty() ? "-" : QuotedUnlessPlain(name, kLongestName);
 }
 
 RowValue Type(const pb::IntfEntry& entry) {
@@ -93,14 +89,6 @@ bool IsIn(std::string_view path, std::string_view column) {
   return path.size() == column.size() || path[column.size()] == '.' || path[column.size()] == '[';
 }
 
-Mark MarkOf(const EntryRow& row, const EntryColumn& column) {
-  if (!Converts(row.verdict) && IsIn(row.verdict.field, column.path)) return Mark::kRejected;
-  for (const zorl2::check::Loss& loss : row.losses) {
-    if (loss.kind != LossKind::kDefaulted && IsIn(loss.field, column.path)) return Mark::kLost;
-  }
-  return Mark::kNone;
-}
-
 }  // namespace
 
 const std::vector<EntryColumn>& EntryColumns() {
@@ -109,7 +97,8 @@ const std::vector<EntryColumn>& EntryColumns() {
       {"ID", false, "zorid", [](const Entry& e) { return RowValue{DottedText(e.zorid())}; }},
       {"PARENT", false, "parent",
        [](const Entry& e) { return Identifier(e.has_parent(), e.parent()); }},
-      {"NAME", false, "generalInfo.intf_name", Name},
+      {"NAME", false, "generalInfo.intf_name",
+       [](const Entry& e) { return RowValue{NameText(e)}; }},
       {"TYPE", false, "typeInfo.interfaceType", Type},
       {"CATEGORY", false, "intfCategory",
        [](const Entry& e) {
@@ -143,12 +132,20 @@ const std::vector<EntryColumn>& EntryColumns() {
   return columns;
 }
 
+RowValue::Mark MarkOf(const EntryRow& row, std::string_view path) {
+  if (!Converts(row.verdict) && IsIn(row.verdict.field, path)) return Mark::kRejected;
+  for (const zorl2::check::Loss& loss : row.losses) {
+    if (loss.kind != LossKind::kDefaulted && IsIn(loss.field, path)) return Mark::kLost;
+  }
+  return Mark::kNone;
+}
+
 EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
   EntryRow row{zorl2::check::Check(entry), zorl2::check::FindLosses(entry), {}};
   row.values.reserve(EntryColumns().size());
   for (const EntryColumn& column : EntryColumns()) {
     RowValue value = column.value(entry);
-    const Mark mark = MarkOf(row, column);
+    const Mark mark = MarkOf(row, column.path);
     if (mark != Mark::kNone) value.mark = mark;
     row.values.push_back(std::move(value));
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check/check.h"
@@ -41,5 +42,8 @@ struct EntryRow {
 
 // The values are those of the message, whether or not it converts.
 EntryRow MakeEntryRow(const zorl2::protobuf::IntfEntry& entry);
+
+// What becomes of the field with this path, or of a part of it: kNone, kLost or kRejected.
+RowValue::Mark MarkOf(const EntryRow& row, std::string_view path);
 
 }  // namespace zorl2_inspect

@@ -56,6 +56,12 @@ std::string Quoted(std::string_view text, std::size_t limit) {
   return out;
 }
 
+std::string QuotedUnlessPlain(std::string_view text, std::size_t limit) {
+  std::string quoted = Quoted(text, limit);
+  const bool plain = quoted.size() == text.size() + 2 && text.find(' ') == text.npos;
+  return plain ? std::string(text) : quoted;
+}
+
 bool IsUtf8(std::string_view text) {
   return google::protobuf::internal::IsStructurallyValidUTF8(text.data(),
                                                              static_cast<int>(text.size()));

@@ -14,6 +14,9 @@ inline constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 // follows.
 std::string Quoted(std::string_view text, std::size_t limit = kNoLimit);
 
+// The text itself if it needs no quotes and has no blank.
+std::string QuotedUnlessPlain(std::string_view text, std::size_t limit = kNoLimit);
+
 // Whether the whole text is UTF-8.
 bool IsUtf8(std::string_view text);
 

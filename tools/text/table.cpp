@@ -33,13 +33,24 @@ std::size_t Width(std::string_view text) {
   }));
 }
 
+std::string Cut(const std::string& text, std::size_t width) {
+  if (Width(text) <= width) return text;
+  std::string cut;
+  for (const char c : text) {
+    const bool begins = (static_cast<unsigned char>(c) & 0xc0) != 0x80;
+    if (begins && Width(cut) + 3 == width) break;
+    cut += c;
+  }
+  return cut + "...";
+}
+
 void Table::Print(Output& out, const Palette& palette) const {
   std::vector<Column> columns;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const bool right = columns_[i].substr(0, 1) == ">";
     const std::string name = columns_[i].substr(right ? 1 : 0);
     Column column{i, name, right, Width(name)};
-    bool used = false;
+    bool used = empty_ == Empty::kPrinted;
     for (const auto& row : rows_) {
       used = used || (row[i].text != "-" && !row[i].text.empty());
       column.width = std::max(column.width, Width(row[i].text));

@@ -36,10 +36,9 @@ Table EntryTable() {
   return Table(std::move(titles));
 }
 
-void AddRow(const EntryRow& row, Table& table) {
+void AddRow(const std::vector<RowValue>& values, Table& table) {
   std::vector<Cell> cells;
-  cells.reserve(row.values.size());
-  for (const RowValue& value : row.values) cells.emplace_back(value.text, ColourOf(value.mark));
+  for (const RowValue& value : values) cells.emplace_back(value.text, ColourOf(value.mark));
   table.Add(std::move(cells));
 }
 

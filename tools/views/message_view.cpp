@@ -35,19 +35,19 @@ void PrintTitle(const std::string& text, Output& out, const Palette& palette) {
   out.Print("{}\n", palette(Colour::kBold, text));
 }
 
-void PrintUnknown(const Message& message, Output& out, const Palette& palette) {
+void PrintUnknown(const Message& message, const Filter& filter, Output& out, const Palette& palette) {
   const std::vector<UnknownValue> unknown = UnknownValues(message);
   if (unknown.empty()) return;
   out.Write('\n');
   Table table({"UNKNOWN FIELD", "WIRE TYPE", "VALUE", "KNOWN AS"});
   for (const UnknownValue& value : unknown) {
-    table.Add({Cell(value.path, Colour::kYellow), value.wire_type, value.value,
+    table.Add({Cell(filter.PathBefore(value.path), Colour::kYellow), value.wire_type, value.value,
                value.known_as.empty() ? "-" : value.known_as});
   }
   table.Print(out, palette);
 }
 
-void PrintLosses(const Message& message, Output& out, const Palette& palette) {
+void PrintLosses(const Message& message, const Filter& filter, Output& out, const Palette& palette) {
   Table table({"NOT KEPT BY THE NATIVE RECORD", "MESSAGE", "BACK FROM NATIVE", "REASON"});
   std::size_t more = 0;
   for (const Loss& loss : zorl2::check::FindLosses(message)) {
@@ -57,7 +57,7 @@ void PrintLosses(const Message& message, Output& out, const Palette& palette) {
       ++more;
       continue;
     }
-    table.Add({Cell(loss.field, Colour::kYellow), BeforeText(loss), AfterText(loss),
+    table.Add({Cell(filter.PathBefore(loss.field), Colour::kYellow), BeforeText(loss), AfterText(loss),
                LossKindName(loss.kind)});
   }
   if (table.empty()) return;
@@ -78,11 +78,12 @@ std::string Categories(const pb::IntfCategory& flags) {
   return text.empty() ? " none" : text;
 }
 
-void PrintList(const pb::IntfEntryList& list, const std::string& title, Output& out,
-               const Palette& palette) {
-  PrintTitle(fmt::format("{}: {} {}", title, list.intfentry_size(),
-                         list.intfentry_size() == 1 ? "entry" : "entries"),
-             out, palette);
+void PrintList(const pb::IntfEntryList& list, const std::string& title, const Filter& filter,
+               Output& out, const Palette& palette) {
+  std::string count = fmt::format("{} ", list.intfentry_size());
+  if (!filter.empty()) count += fmt::format("of {} ", filter.last_seen());
+  const bool one = list.intfentry_size() == 1 && filter.empty();
+  PrintTitle(fmt::format("{}: {}{}", title, count, one ? "entry" : "entries"), out, palette);
   const pb::InformationClient& client = list.infoclient();
   out.Print("for client {:#x}, protocol {}, token {}, categories{}\n\n", client.clientaddress(),
             pb::ProtocolType_Name(client.protocoltype()), Quoted(client.token(), 40),
@@ -94,7 +95,7 @@ void PrintList(const pb::IntfEntryList& list, const std::string& title, Output& 
 
 // One line for each element of a state signal, with the native state of its interface.
 template <typename Signal>
-void PrintSignal(const Signal& signal, Output& out, const Palette& palette) {
+void PrintSignal(const Signal& signal, const Filter& filter, Output& out, const Palette& palette) {
   std::map<std::string, std::string> native;
   for (PathValue& field : FindNativeType(*Signal::descriptor())->fields(signal))
     native[field.path] = std::move(field.value);
@@ -109,7 +110,7 @@ void PrintSignal(const Signal& signal, Output& out, const Palette& palette) {
     }
     const std::string& state = native[DottedText(id)];
     const bool held = state == "shut" || state == "BLOCK_STATE_BLOCK";
-    table.Add({fmt::format("{}", i), DottedText(info.zorid()),
+    table.Add({fmt::format("{}", filter.IndexBefore(i)), DottedText(info.zorid()),
                ValueText(info, *info.GetDescriptor()->FindFieldByNumber(2), -1),
                Cell(state, held ? Colour::kRed : Colour::kGreen)});
   }
@@ -147,17 +148,17 @@ void PrintFields(const Message& message, Output& out, const Palette& palette) {
 
 }  // namespace
 
-void PrintMessage(const Message& message, const std::string& title, Output& out,
-                  const Palette& palette) {
+void PrintMessage(const Message& message, const std::string& title, const Filter& filter,
+                  Output& out, const Palette& palette) {
   const auto* type = message.GetDescriptor();
   if (type == pb::IntfEntryList::descriptor()) {
-    PrintList(static_cast<const pb::IntfEntryList&>(message), title, out, palette);
+    PrintList(static_cast<const pb::IntfEntryList&>(message), title, filter, out, palette);
   } else {
     PrintTitle(title, out, palette);
     if (type == pb::ShutStateSync::descriptor()) {
-      PrintSignal(static_cast<const pb::ShutStateSync&>(message), out, palette);
+      PrintSignal(static_cast<const pb::ShutStateSync&>(message), filter, out, palette);
     } else if (type == pb::BlockStateSync::descriptor()) {
-      PrintSignal(static_cast<const pb::BlockStateSync&>(message), out, palette);
+      PrintSignal(static_cast<const pb::BlockStateSync&>(message), filter, out, palette);
     } else {
       if (type == pb::IntfEntry::descriptor()) {
         Table table = EntryTable();
@@ -168,8 +169,13 @@ void PrintMessage(const Message& message, const std::string& title, Output& out,
       PrintFields(message, out, palette);
     }
   }
-  PrintLosses(message, out, palette);
-  PrintUnknown(message, out, palette);
+  PrintNotKept(message, filter, out, palette);
+}
+
+void PrintNotKept(const Message& message, const Filter& filter, Output& out,
+                  const Palette& palette) {
+  PrintLosses(message, filter, out, palette);
+  PrintUnknown(message, filter, out, palette);
 }
 
 void PrintNative(const Message& message, Output& out) {

@@ -26,25 +26,21 @@ constexpr std::size_t kDeepest = 100;
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
  public:
   Builder(std::string_view text, const Descriptor& type, Messages& messages)
-      : text_(text), type_(type), messages_(messages) {}
+      : text_(text), type_(type), messages_(messages), stream_(text.data(), text.size()) {}
 
-  // Reads one value that begins at the offset. Returns where it ends, unless there is a problem.
-  std::optional<std::size_t> Read(std::size_t begin) {
+  // Reads the next value. Returns where it ends, unless there is a problem.
+  std::optional<std::size_t> Read() {
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag |
                                 rapidjson::kParseNumbersAsStringsFlag |
                                 rapidjson::kParseValidateEncodingFlag;
-    rapidjson::MemoryStream stream(text_.data() + begin, text_.size() - begin);
-    begin_ = last_ = begin;
-    stream_ = &stream;
-    const auto result = reader_.Parse<kFlags>(stream, *this);
-    if (!result) {
-      if (!problem) {
-        problem = SyntaxProblem(text_, begin + result.Offset(), result.Code());
-        problem->path = Path(false);
-      }
-      return std::nullopt;
+    last_ = stream_.Tell();
+    const auto result = reader_.Parse<kFlags>(stream_, *this);
+    if (result) return stream_.Tell();
+    if (!problem) {
+      problem = SyntaxProblem(text_, result.Offset(), result.Code());
+      problem->path = Path(false);
     }
-    return begin + stream.Tell();
+    return std::nullopt;
   }
 
   void WatchFor(std::size_t message, std::string_view path) {
@@ -87,7 +83,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
   bool Key(const char* text, rapidjson::SizeType size, bool) {
     const std::size_t start = Start();
-    last_ = begin_ + stream_->Tell();
+    last_ = stream_.Tell();
     Frame& frame = frames_.back();
     const std::string_view name(text, size);
     const Descriptor& type = *frame.message->GetDescriptor();
@@ -162,7 +158,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
   bool Scalar(const JsonValue& value) {
     const std::size_t start = Start();
-    last_ = begin_ + stream_->Tell();
+    last_ = stream_.Tell();
     if (frames_.empty()) return Fail(start, "an object for " + type_.name());
     Frame& frame = frames_.back();
     const bool absent = value.kind == JsonValue::Kind::kNull && !frame.in_array;
@@ -204,9 +200,8 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   const Descriptor& type_;
   Messages& messages_;
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader_;
-  rapidjson::MemoryStream* stream_ = nullptr;
-  // Where the value begins, and where the last token ends.
-  std::size_t begin_ = 0;
+  rapidjson::MemoryStream stream_;
+  // Where the last token ends.
   std::size_t last_ = 0;
   std::vector<Frame> frames_;
   bool in_root_array_ = false;
@@ -226,7 +221,7 @@ std::optional<JsonProblem> ReadJson(std::string_view text, const Descriptor& typ
   std::size_t offset = SkipBlanks(text, 0);
   const bool array = offset < text.size() && text[offset] == '[';
   do {
-    const std::optional<std::size_t> end = builder.Read(offset);
+    const std::optional<std::size_t> end = builder.Read();
     if (!end) return std::move(builder.problem);
     offset = SkipBlanks(text, *end);
     if (array && offset < text.size()) {
@@ -242,7 +237,7 @@ std::size_t EndOfObject(std::string_view text, const Descriptor& type, std::size
   Builder builder(text, type, messages);
   builder.WatchFor(message, path);
   for (std::size_t offset = SkipBlanks(text, 0); offset < text.size();) {
-    const std::optional<std::size_t> end = builder.Read(offset);
+    const std::optional<std::size_t> end = builder.Read();
     if (!end) break;
     offset = SkipBlanks(text, *end);
   }

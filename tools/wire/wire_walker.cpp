@@ -1,5 +1,6 @@
 #include "tools/wire/wire_walker.h"
 
+#include <map>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -19,6 +20,12 @@ bool IsPackedForm(const FieldDescriptor& field, int wire_type) {
   return field.is_packable() && wire_type == kLength;
 }
 
+// How often each field of a message has come. Several occurrences of a singular message are one.
+struct Counts {
+  std::vector<int> seen;
+  std::map<int, Counts> nested;
+};
+
 class Walker {
  public:
   Walker(std::string_view bytes, std::size_t first_offset, WireVisitor& visitor)
@@ -29,17 +36,18 @@ class Walker {
     root.kind = FieldKind::kMessage;
     root.offset = first_offset_;
     root.content = bytes_;
-    if (Message(&type, bytes_, 0)) visitor_.OnEnd(root, Offset(bytes_.end()));
+    Counts counts;
+    if (Message(&type, bytes_, 0, counts)) visitor_.OnEnd(root, Offset(bytes_.end()));
     return !failed_;
   }
 
  private:
-  // The state of the walk in a message: what is left of it, and how often each field has come.
+  // The state of the walk in a message: what is left of it, and which fields have come.
   struct Frame {
-    Frame(const Descriptor* message, std::string_view content, int nesting)
-        : type(message), reader(content), begin(content.begin()), depth(nesting) {
+    Frame(const Descriptor* message, std::string_view content, int nesting, Counts& all)
+        : type(message), reader(content), begin(content.begin()), depth(nesting), counts(all) {
       if (type != nullptr) {
-        counts.resize(static_cast<std::size_t>(type->field_count()));
+        counts.seen.resize(static_cast<std::size_t>(type->field_count()));
         last = LastOccurrences(content, *type, nesting);
       }
     }
@@ -48,7 +56,7 @@ class Walker {
     WireReader reader;
     std::string_view::const_iterator begin;
     int depth;
-    std::vector<int> counts;
+    Counts& counts;
     // See LastOccurrences().
     std::vector<std::size_t> last;
   };
@@ -66,8 +74,8 @@ class Walker {
     return false;
   }
 
-  bool Message(const Descriptor* type, std::string_view content, int depth) {
-    Frame frame(type, content, depth);
+  bool Message(const Descriptor* type, std::string_view content, int depth, Counts& counts) {
+    Frame frame(type, content, depth, counts);
     while (!frame.reader.AtEnd()) {
       if (!Field(frame, nullptr)) return false;
     }
@@ -84,6 +92,7 @@ class Walker {
     if (!frame.reader.Tag(&item.number, &item.wire_type)) {
       return Fail(item.offset, "a field's tag", frame.reader.problem());
     }
+    item.tag_padding = frame.reader.padding();
     if (item.wire_type == kEndGroup) {
       if (closing != nullptr && item.number == group) {
         *closing = true;
@@ -124,7 +133,20 @@ class Walker {
         item.later = Offset(frame.begin) + last;
       }
     } else if (!IsPackedForm(*field, item.wire_type)) {
-      path_ += '[' + std::to_string(frame.counts[place]++) + ']';
+      WireReader ahead = frame.reader;
+      std::uint64_t value = 0;
+      const bool unlisted =
+          field->enum_type() != nullptr && ahead.Varint(&value) && IsUnlisted(*field, value);
+      AppendIndex(frame, *field, unlisted);
+    }
+  }
+
+  void AppendIndex(Frame& frame, const FieldDescriptor& field, bool unlisted) {
+    if (unlisted) {
+      path_ += '#' + std::to_string(field.number());
+    } else {
+      int& count = frame.counts.seen[static_cast<std::size_t>(field.index())];
+      path_ += '[' + std::to_string(count++) + ']';
     }
   }
 
@@ -133,6 +155,8 @@ class Walker {
     switch (item.wire_type) {
       case kVarint:
         if (!reader.Varint(&item.value)) return Fail(Here(frame), "a varint", reader.problem());
+        item.value_padding = reader.padding();
+        item.overflowed = reader.overflowed();
         return Leaf(frame, item);
       case kFixed64:
         if (!reader.Fixed(8, &item.value)) return Fail(Here(frame), "8 bytes", reader.problem());
@@ -163,6 +187,7 @@ class Walker {
     const std::size_t at = Here(frame);
     std::size_t length = 0;
     if (!reader.Length(&length)) return Fail(at, "a length", reader.problem());
+    item.value_padding = reader.padding();
     const FieldDescriptor* field = item.field;
     const bool message = field != nullptr && field->type() == FieldDescriptor::TYPE_MESSAGE;
     if (length > reader.left()) {
@@ -187,7 +212,7 @@ class Walker {
       return true;
     }
     // A damaged message or list has its own end, so the walk continues after it.
-    const bool whole = message ? Message(field->message_type(), item.content, item.depth + 1)
+    const bool whole = message ? NestedMessage(frame, item)
                                : Packed(frame, *field, item, content_at);
     item.path = path_;
     if (whole) visitor_.OnEnd(item, content_at + length);
@@ -199,7 +224,14 @@ class Walker {
     item.content = bytes_.substr(Here(frame) - first_offset_, frame.reader.left());
     Emit(frame, item);
     frame.reader.Take(item.content.size());
-    Message(item.field->message_type(), item.content, item.depth + 1);
+    NestedMessage(frame, item);
+  }
+
+  bool NestedMessage(Frame& frame, const WireField& item) {
+    const FieldDescriptor& field = *item.field;
+    Counts own;
+    Counts& counts = field.is_repeated() ? own : frame.counts.nested[field.index()];
+    return Message(field.message_type(), item.content, item.depth + 1, counts);
   }
 
   bool Packed(Frame& frame, const FieldDescriptor& field, const WireField& list, std::size_t at) {
@@ -207,23 +239,24 @@ class Walker {
     WireField item = list;
     item.kind = FieldKind::kElement;
     item.content = {};
+    item.tag_padding = 0;
     ++item.depth;
     const int wire_type = WireTypeOf(field);
-    int& count = frame.counts[static_cast<std::size_t>(field.index())];
     const std::size_t outer = path_.size();
     while (!reader.AtEnd()) {
       path_.resize(outer);
-      path_ += '[' + std::to_string(count) + ']';
       const std::size_t start = reader.position();
       const bool read = wire_type == kVarint
                             ? reader.Varint(&item.value)
                             : reader.Fixed(wire_type == kFixed64 ? 8 : 4, &item.value);
+      AppendIndex(frame, field, read && IsUnlisted(field, item.value));
       if (!read) {
         Fail(at + start, "an element", reader.problem());
         path_.resize(outer);
         return false;
       }
-      ++count;
+      item.value_padding = wire_type == kVarint ? reader.padding() : 0;
+      item.overflowed = wire_type == kVarint && reader.overflowed();
       item.offset = at + start;
       item.raw = list.content.substr(start, reader.position() - start);
       item.path = path_;

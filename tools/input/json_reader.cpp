@@ -1,13 +1,13 @@
 #include "tools/input/json_reader.h"
 
 #include <fmt/format.h>
-#include <rapidjson/error/error.h>
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
 #include <algorithm>
 #include <utility>
 
+#include "tools/input/hex_text.h"
 #include "tools/input/json_value.h"
 #include "tools/model/message_types.h"
 #include "tools/text/json_allocator.h"
@@ -23,7 +23,6 @@ using google::protobuf::Reflection;
 using Messages = std::vector<std::unique_ptr<Message>>;
 
 constexpr std::size_t kDepthLimit = 100;
-constexpr std::size_t kShown = 24;
 
 // Builds messages from the events of the library's reader.
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
@@ -41,7 +40,10 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     stream_ = &stream;
     const auto result = reader_.Parse<kFlags>(stream, *this);
     if (!result) {
-      if (!problem) SyntaxProblem(result.Code(), begin + result.Offset());
+      if (!problem) {
+        problem = SyntaxProblem(text_, begin + result.Offset(), result.Code(), type_.name());
+        problem->path = Path(false);
+      }
       return std::nullopt;
     }
     return begin + stream.Tell();
@@ -75,7 +77,13 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     Frame& frame = frames_.back();
+    if (in_hex_) return Fail(start, "hexadecimal text");
     if (frame.field->is_repeated() && !frame.in_array) return Fail(start, "an array");
+    if (frame.field->cpp_type() == FieldDescriptor::CPPTYPE_STRING) {
+      in_hex_ = true;
+      has_bytes_ = false;
+      return true;
+    }
     if (frame.field->message_type() == nullptr) return Fail(start, ExpectedValue(*frame.field));
     if (frames_.size() > kDepthLimit) return Fail(start, "at most 100 levels of nesting");
     const Reflection& reflection = *frame.message->GetReflection();
@@ -90,6 +98,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     last_ = begin_ + stream_->Tell();
     Frame& frame = frames_.back();
     const std::string_view name(text, size);
+    if (in_hex_) return name == "hex" && !has_bytes_ ? true : Fail(start, "one member, \"hex\"");
     const Descriptor& type = *frame.message->GetDescriptor();
     frame.field = nullptr;
     const FieldDescriptor* field = FieldNamed(type, name);
@@ -104,6 +113,12 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   bool EndObject(rapidjson::SizeType) {
     const std::size_t start = Start();
     last_ = start + 1;
+    if (in_hex_) {
+      in_hex_ = false;
+      if (!has_bytes_) return Fail(start, "one member, \"hex\"");
+      EndValue();
+      return true;
+    }
     frames_.back().field = nullptr;
     if (messages_.size() == watched_message_ + 1 && Path(true) == watched_path_)
       watched_end = start;
@@ -121,6 +136,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     Frame& frame = frames_.back();
+    if (in_hex_) return Fail(start, "hexadecimal text");
     if (!frame.field->is_repeated() || frame.in_array) return Fail(start, Expected(frame));
     frame.in_array = true;
     frame.index = 0;
@@ -165,13 +181,23 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     last_ = begin_ + stream_->Tell();
     if (frames_.empty()) return Fail(start, "an object for " + type_.name());
     Frame& frame = frames_.back();
+    if (in_hex_) return Hexadecimal(start, value, frame);
     const bool absent = value.kind == JsonValue::Kind::kNull && !frame.in_array;
-    const bool fits = frame.field->message_type() == nullptr &&
-                      frame.field->is_repeated() == frame.in_array &&
+    const bool fits = frame.field->is_repeated() == frame.in_array &&
                       StoreValue(value, *frame.field, *frame.message);
     if (!absent && !fits) return Fail(start, Expected(frame));
     EndValue();
     return true;
+  }
+
+  // The member of the object that a text which is not UTF-8 is written as.
+  bool Hexadecimal(std::size_t start, const JsonValue& value, Frame& frame) {
+    Problem ignored;
+    std::optional<std::string> bytes;
+    if (value.kind == JsonValue::Kind::kText) bytes = DecodeHex(value.text, &ignored);
+    if (!bytes) return Fail(start, "hexadecimal text");
+    has_bytes_ = true;
+    return StoreValue({JsonValue::Kind::kText, *bytes}, *frame.field, *frame.message);
   }
 
   void EndValue() {
@@ -195,57 +221,9 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     return path;
   }
 
-  // The token at the offset, for a person.
-  std::string Token(std::size_t offset) const {
-    if (offset >= text_.size()) return "the end of the text";
-    if (text_[offset] == '"') {
-      std::size_t end = offset + 1;
-      while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2 : 1;
-      return Quoted(text_.substr(offset + 1, end - offset - 1), kShown);
-    }
-    const std::size_t end = std::min(text_.find_first_of(" \t\r\n,:[]{}\"", offset), text_.size());
-    return Quoted(text_.substr(offset, std::max<std::size_t>(end - offset, 1)), kShown);
-  }
-
   bool Fail(std::size_t offset, std::string expected) {
-    problem = JsonProblem{offset, Path(true), Token(offset), std::move(expected)};
+    problem = JsonProblem{offset, Path(true), JsonToken(text_, offset), std::move(expected)};
     return false;
-  }
-
-  void SyntaxProblem(rapidjson::ParseErrorCode code, std::size_t offset) {
-    problem = JsonProblem{offset, Path(false), Token(offset), ""};
-    switch (code) {
-      case rapidjson::kParseErrorDocumentEmpty:
-        problem->expected = "an object for " + type_.name();
-        break;
-      case rapidjson::kParseErrorObjectMissName:
-        problem->expected = "a field name in quotes";
-        break;
-      case rapidjson::kParseErrorObjectMissColon:
-        problem->expected = "':'";
-        break;
-      case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
-        problem->expected = "',' or '}'";
-        break;
-      case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
-        problem->expected = "',' or ']'";
-        break;
-      case rapidjson::kParseErrorStringMissQuotationMark:
-        problem->found = "the end of the text";
-        problem->expected = "a closing quote";
-        break;
-      case rapidjson::kParseErrorStringInvalidEncoding:
-        problem->found = "a byte or a control character that a string cannot have";
-        problem->expected = "UTF-8, or an escape such as \\n";
-        break;
-      case rapidjson::kParseErrorStringEscapeInvalid:
-      case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
-      case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
-        problem->expected = "an escape such as \\n or \\u00e4";
-        break;
-      default:
-        problem->expected = "a value";
-    }
   }
 
   std::string_view text_;
@@ -258,6 +236,9 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   std::size_t last_ = 0;
   std::vector<Frame> frames_;
   bool in_root_array_ = false;
+  // In the object of a text that is not UTF-8, and whether its bytes have come.
+  bool in_hex_ = false;
+  bool has_bytes_ = false;
   std::size_t watched_message_ = static_cast<std::size_t>(-1);
   std::string_view watched_path_;
 };

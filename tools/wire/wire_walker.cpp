@@ -157,13 +157,13 @@ class Walker {
         if (!reader.Varint(&item.value)) return Fail(Here(frame), "a varint", reader.problem());
         item.value_padding = reader.padding();
         item.overflowed = reader.overflowed();
-        return Leaf(frame, item);
+        return Emit(frame, item);
       case kFixed64:
-        if (!reader.Fixed(8, &item.value)) return Fail(Here(frame), "8 bytes", reader.problem());
-        return Leaf(frame, item);
-      case kFixed32:
-        if (!reader.Fixed(4, &item.value)) return Fail(Here(frame), "4 bytes", reader.problem());
-        return Leaf(frame, item);
+      case kFixed32: {
+        const std::size_t width = item.wire_type == kFixed64 ? 8 : 4;
+        if (reader.Fixed(width, &item.value)) return Emit(frame, item);
+        return Fail(Here(frame), std::to_string(width) + " bytes", reader.problem());
+      }
       case kLength:
         return LengthDelimited(frame, item);
       default:
@@ -171,15 +171,11 @@ class Walker {
     }
   }
 
-  bool Leaf(Frame& frame, WireField& item) {
-    Emit(frame, item);
-    return true;
-  }
-
-  void Emit(Frame& frame, WireField& item) {
+  bool Emit(Frame& frame, WireField& item) {
     item.raw = bytes_.substr(item.offset - first_offset_, Here(frame) - item.offset);
     item.path = path_;
     visitor_.OnField(item);
+    return true;
   }
 
   bool LengthDelimited(Frame& frame, WireField& item) {
@@ -200,7 +196,7 @@ class Walker {
     const bool packed = field != nullptr && IsPackedForm(*field, item.wire_type);
     if (!message && !packed) {
       item.content = reader.Take(length);
-      return Leaf(frame, item);
+      return Emit(frame, item);
     }
     item.kind = message ? FieldKind::kMessage : FieldKind::kPacked;
     const std::size_t content_at = Here(frame);

@@ -5,13 +5,9 @@
 #include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
-namespace {
 
-constexpr std::size_t kShown = 24;
-
-}  // namespace
-
-std::string JsonToken(std::string_view text, std::size_t offset) {
+std::string TokenAt(std::string_view text, std::size_t offset) {
+  constexpr std::size_t kShown = 24;
   if (offset >= text.size()) return "the end of the text";
   if (text[offset] == '"') {
     std::size_t end = offset + 1;
@@ -22,12 +18,12 @@ std::string JsonToken(std::string_view text, std::size_t offset) {
   return Quoted(text.substr(offset, std::max<std::size_t>(end - offset, 1)), kShown);
 }
 
-JsonProblem SyntaxProblem(std::string_view text, std::size_t offset, rapidjson::ParseErrorCode code,
-                          const std::string& type) {
-  JsonProblem problem{offset, "", JsonToken(text, offset), ""};
+JsonProblem SyntaxProblem(std::string_view text, std::size_t offset,
+                          rapidjson::ParseErrorCode code) {
+  JsonProblem problem{offset, "", TokenAt(text, offset), ""};
   switch (code) {
     case rapidjson::kParseErrorDocumentEmpty:
-      problem.expected = "an object for " + type;
+      problem.expected = "a message";
       break;
     case rapidjson::kParseErrorObjectMissName:
       problem.expected = "a field name in quotes";

@@ -1,4 +1,4 @@
-// What is wrong with a JSON text, and where.
+// Problems of JSON texts.
 #pragma once
 
 #include <rapidjson/error/error.h>
@@ -9,6 +9,7 @@
 
 namespace zorl2_inspect {
 
+// What is wrong with a JSON text, and where.
 struct JsonProblem {
   std::size_t offset = 0;
   std::string path;  // Of the field.
@@ -16,11 +17,11 @@ struct JsonProblem {
   std::string expected;
 };
 
-// The token at the offset, for a person.
-std::string JsonToken(std::string_view text, std::size_t offset);
+// The token at the offset: a quoted text, or "the end of the text".
+std::string TokenAt(std::string_view text, std::size_t offset);
 
-// Why the library's reader stopped at the offset; without a path. `type` is the name of the message.
-JsonProblem SyntaxProblem(std::string_view text, std::size_t offset, rapidjson::ParseErrorCode code,
-                          const std::string& type);
+// The problem for which the library stops.
+JsonProblem SyntaxProblem(std::string_view text, std::size_t offset,
+                          rapidjson::ParseErrorCode code);
 
 }  // namespace zorl2_inspect

@@ -11,7 +11,6 @@
 #include "tools/input/json_value.h"
 #include "tools/model/message_types.h"
 #include "tools/text/json_allocator.h"
-#include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -22,7 +21,7 @@ using google::protobuf::Message;
 using google::protobuf::Reflection;
 using Messages = std::vector<std::unique_ptr<Message>>;
 
-constexpr std::size_t kDepthLimit = 100;
+constexpr std::size_t kDeepest = 100;
 
 // Builds messages from the events of the library's reader.
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
@@ -41,7 +40,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     const auto result = reader_.Parse<kFlags>(stream, *this);
     if (!result) {
       if (!problem) {
-        problem = SyntaxProblem(text_, begin + result.Offset(), result.Code(), type_.name());
+        problem = SyntaxProblem(text_, begin + result.Offset(), result.Code());
         problem->path = Path(false);
       }
       return std::nullopt;
@@ -85,7 +84,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     if (frame.field->message_type() == nullptr) return Fail(start, ExpectedValue(*frame.field));
-    if (frames_.size() > kDepthLimit) return Fail(start, "at most 100 levels of nesting");
+    if (frames_.size() > kDeepest) return Fail(start, "at most 100 levels of nesting");
     const Reflection& reflection = *frame.message->GetReflection();
     frames_.push_back(Frame(frame.in_array
                                 ? reflection.AddMessage(frame.message, frame.field)
@@ -222,7 +221,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   }
 
   bool Fail(std::size_t offset, std::string expected) {
-    problem = JsonProblem{offset, Path(true), JsonToken(text_, offset), std::move(expected)};
+    problem = JsonProblem{offset, Path(true), TokenAt(text_, offset), std::move(expected)};
     return false;
   }
 
@@ -259,7 +258,7 @@ std::optional<JsonProblem> ReadJson(std::string_view text, const Descriptor& typ
     if (!end) return std::move(builder.problem);
     offset = SkipBlanks(text, *end);
     if (array && offset < text.size()) {
-      return JsonProblem{offset, "", Quoted(text.substr(offset, 1)), "the end of the text"};
+      return JsonProblem{offset, "", TokenAt(text, offset), "the end of the text"};
     }
   } while (offset < text.size() && extent == JsonExtent::kAll);
   return std::nullopt;

@@ -143,6 +143,7 @@ const std::vector<EntryColumn>& EntryColumns() {
 
 EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
   EntryRow row{zorl2::check::Check(entry), zorl2::check::FindLosses(entry), {}};
+  row.values.reserve(EntryColumns().size());
   for (const EntryColumn& column : EntryColumns()) {
     RowValue value = column.value(entry);
     const Mark mark = MarkOf(row, column);

@@ -38,6 +38,7 @@ Table EntryTable() {
 
 void AddRow(const EntryRow& row, Table& table) {
   std::vector<Cell> cells;
+  cells.reserve(row.values.size());
   for (const RowValue& value : row.values) cells.emplace_back(value.text, ColourOf(value.mark));
   table.Add(std::move(cells));
 }

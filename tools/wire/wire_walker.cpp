@@ -193,8 +193,7 @@ class Walker {
       if (message && item.depth < kDepthLimit) Rest(frame, item);
       return false;
     }
-    const bool packed = field != nullptr && IsPackedForm(*field, item.wire_type);
-    if (!message && !packed) {
+    if (!message && (field == nullptr || !IsPackedForm(*field, item.wire_type))) {
       item.content = reader.Take(length);
       return Emit(frame, item);
     }
@@ -224,10 +223,9 @@ class Walker {
   }
 
   bool NestedMessage(Frame& frame, const WireField& item) {
-    const FieldDescriptor& field = *item.field;
     Counts own;
-    Counts& counts = field.is_repeated() ? own : frame.counts.nested[field.index()];
-    return Message(field.message_type(), item.content, item.depth + 1, counts);
+    Counts& counts = item.field->is_repeated() ? own : frame.counts.nested[item.field->index()];
+    return Message(item.field->message_type(), item.content, item.depth + 1, counts);
   }
 
   bool Packed(Frame& frame, const FieldDescriptor& field, const WireField& list, std::size_t at) {
@@ -242,9 +240,9 @@ class Walker {
     while (!reader.AtEnd()) {
       path_.resize(outer);
       const std::size_t start = reader.position();
-      const bool read = wire_type == kVarint
-                            ? reader.Varint(&item.value)
-                            : reader.Fixed(wire_type == kFixed64 ? 8 : 4, &item.value);
+      const std::size_t width = wire_type == kFixed64 ? 8 : 4;
+      const bool read =
+          wire_type == kVarint ? reader.Varint(&item.value) : reader.Fixed(width, &item.value);
       AppendIndex(frame, field, read && IsUnlisted(field, item.value));
       if (!read) {
         Fail(at + start, "an element", reader.problem());

@@ -51,6 +51,16 @@ class JsonWriter {
     Value(value);
   }
 
+  // Null for an empty text.
+  void MemberOrNull(std::string_view name, std::string_view text) {
+    Key(name);
+    if (text.empty()) {
+      Null();
+    } else {
+      Value(text);
+    }
+  }
+
  private:
   struct Sink {
     using Ch = char;

@@ -67,12 +67,7 @@ void ExplainJson::Print(const ExplainRow& row) {
   json_.Member("offset", row.offset);
   json_.Member("bytes", Hex(row.bytes));
   json_.Member("path", row.path);
-  json_.Key("type");
-  if (row.type.empty()) {
-    json_.Null();
-  } else {
-    json_.Value(row.type);
-  }
+  json_.MemberOrNull("type", row.type);
   json_.Key("value");
   Value(row);
   json_.Key("notes");
@@ -99,12 +94,7 @@ void ExplainJson::Member(const char* name, const std::optional<Problem>& problem
   }
   json_.Member("path", problem->path);
   json_.Member("found", problem->found);
-  json_.Key("expected");
-  if (problem->expected.empty()) {
-    json_.Null();
-  } else {
-    json_.Value(problem->expected);
-  }
+  json_.MemberOrNull("expected", problem->expected);
   json_.EndObject();
 }
 

@@ -57,8 +57,7 @@ class Walker {
     std::string_view::const_iterator begin;
     int depth;
     Counts& counts;
-    // See LastOccurrences().
-    std::vector<std::size_t> last;
+    std::vector<std::size_t> last;  // See LastOccurrences().
   };
 
   std::size_t Offset(std::string_view::const_iterator place) const {

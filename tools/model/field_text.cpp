@@ -82,7 +82,7 @@ std::string ValueText(const Message& message, const FieldDescriptor& field, int 
     case FieldDescriptor::CPPTYPE_MESSAGE: {
       const Message& inner = singular ? reflection.GetMessage(message, &field)
                                       : reflection.GetRepeatedMessage(message, &field, index);
-      if (inner.GetDescriptor() == Zorid::descriptor()) {
+      if (inner.GetDescriptor() == Zorid::descriptor() && limit != kNoLimit) {
         return DottedText(static_cast<const Zorid&>(inner));
       }
       return "{ " + OneLineText(inner, limit) + " }";

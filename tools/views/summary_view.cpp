@@ -34,12 +34,13 @@ class Screen {
     const std::string shown_start = Cut(start, kWidth - kLabel);
     line += shown_start;
     std::size_t width = kLabel + Width(shown_start);
+    const bool all_fit = left_out == 0 && Fit(shown_start, items);
     std::size_t i = 0;
     for (; i < items.size(); ++i) {
       const std::size_t next = width + (i == 0 ? 0 : 2) + Width(items[i].text);
       // What is left after this one must still be counted.
       const std::uint64_t left = items.size() - i - 1 + left_out;
-      if (next + (left == 0 ? 0 : 2 + More(left).size()) > kWidth) break;
+      if (!all_fit && next + (left == 0 ? 0 : 2 + More(left).size()) > kWidth) break;
       if (i > 0) line += ", ";
       line += paint_(items[i].colour, items[i].text);
       width = next;

@@ -185,8 +185,11 @@ InferredType InferTypeOfText(const MessageText& input) {
 std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor& type) {
   if (!input.json) return ReadText(input, type);
   Messages messages = ReadJsonMessages(input, type);
-  if (messages.size() == 1) return std::move(messages.front());
-  throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
+  if (messages.size() != 1) {
+    throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
+  }
+  std::unique_ptr<Message> message = std::move(messages.front());
+  return message;
 }
 
 Messages ReadMessages(const MessageText& input, const Descriptor& type) {

@@ -65,6 +65,7 @@ RowValue Protocols(const std::vector<std::string>& names, bool holds) {
 
 RowValue ShutBy(const pb::IntfEntry& entry) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(entry.shutdownprotos_size()));
   for (int i = 0; i < entry.shutdownprotos_size(); ++i) {
     names.push_back(pb::ProtocolType_Name(entry.shutdownprotos(i)));
   }
@@ -141,6 +142,7 @@ RowValue::Mark MarkOf(const EntryRow& row, std::string_view path) {
 
 EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
   EntryRow row{zorl2::check::Check(entry), zorl2::check::FindLosses(entry), {}};
+  row.values.reserve(EntryColumns().size());
   for (const EntryColumn& column : EntryColumns()) {
     RowValue value = column.value(entry);
     const Mark mark = MarkOf(row, column.path);

@@ -26,8 +26,8 @@ class Screen {
  public:
   Screen(const Palette& paint, Output& out) : paint_(paint), out_(out) {}
 
-  // "label     start item, item, ... (3 more)": as many items as fit, and how many there are besides
-  // them and besides those that the caller has left out.
+  // "label     start item, item, ... (3 more)": as many items as fit, and how many there are
+  // besides them and besides those that the caller has left out.
   void Line(const char* label, const std::string& start, const std::vector<Cell>& items = {},
             std::uint64_t left_out = 0) {
     std::string line = paint_(Colour::kBold, fmt::format("{:<{}}", label, kLabel));
@@ -131,11 +131,11 @@ void PrintOdd(Screen& screen, const OddValues& values) {
     for (const auto& [name, value] : odd.examples) {
       items.emplace_back(fmt::format("{} {}", Name(name), value), Colour::kYellow);
     }
-    screen.Line("odd",
-                fmt::format("{} not {}, {} of {} {} {}: ", odd.field, odd.usual, odd.unlike,
-                            odd.entries, pb::InterfaceCategory_Name(odd.category),
-                            pb::InterfaceType_Name(odd.type)),
-                items, odd.unlike - odd.examples.size());
+    screen.Line(
+        "odd",
+        fmt::format("{} not {}, {} of {} {} {}: ", odd.field, odd.usual, odd.unlike, odd.entries,
+                    pb::InterfaceCategory_Name(odd.category), pb::InterfaceType_Name(odd.type)),
+        items, odd.unlike - odd.examples.size());
   }
 }
 
@@ -192,14 +192,12 @@ void PrintSummary(const SummaryReport& report, const Palette& paint, bool utf8, 
   if (list.rejected.count == 0) {
     if (list.entries > 0) screen.Line("rejected", "none");
   } else {
-    screen.Line("rejected",
-                fmt::format("{}: {}: {}", list.rejected.count, Name(list.rejected.names.front()),
-                            list.first_rejection));
+    screen.Line("rejected", fmt::format("{}: {}: {}", list.rejected.count,
+                                        Name(list.rejected.names.front()), list.first_rejection));
   }
   if (report.first_unreadable) {
-    screen.Line(
-        "malformed",
-        fmt::format("{}: {}", report.unreadable, ProblemText(*report.first_unreadable)));
+    screen.Line("malformed",
+                fmt::format("{}: {}", report.unreadable, ProblemText(*report.first_unreadable)));
   }
   if (list.panel.ports().empty()) return;
   out.Write('\n');

@@ -8,7 +8,7 @@ import unittest
 from support import TOOL, ToolTest
 
 # What each example's exit status tells: diff and stats show differences and bad records.
-STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1}
+STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1, "summary": 0, "show": 0}
 
 
 class Help(ToolTest):

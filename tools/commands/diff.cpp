@@ -32,8 +32,7 @@ struct Capture {
   std::unique_ptr<Filter> filter;
 };
 
-Capture Read(InputOptions options, const std::string& file,
-             const std::vector<std::string>& where) {
+Capture Read(InputOptions options, const std::string& file, const std::vector<std::string>& where) {
   options.file = file;
   Input input(options);
   Capture capture;

@@ -14,7 +14,7 @@
 #include "convert/intf_state_converter.h"
 #include "convert/lag_member_converter.h"
 #include "convert/zorid_converter.h"
-#include "tests/reliability/compare.h"
+#include "tests/differential/compare.h"
 
 namespace proof {
 

@@ -1,5 +1,5 @@
 // The readers of zorl2-inspect on hostile files. The first byte of an input names the type of its
-// messages (0: guessed), the second its form and whether it is a stream; the rest is the file.
+// messages (0: inferred), the second its form and whether it is a stream; the rest is the file.
 #include <google/protobuf/util/message_differencer.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -9,19 +9,20 @@
 #include <string_view>
 
 #include "fuzz/harness.h"
-#include "tools/error.h"
-#include "tools/input.h"
-#include "tools/message_text.h"
-#include "tools/message_types.h"
-#include "tools/text_forms.h"
-#include "tools/wire_walker.h"
+#include "tools/input/input.h"
+#include "tools/input/message_text.h"
+#include "tools/model/message_forms.h"
+#include "tools/model/message_types.h"
+#include "tools/text/error.h"
+#include "tools/wire/wire_walker.h"
 
 namespace {
 
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 
-// The tool says on standard error what it guessed. LibFuzzer took hold of the real one at start.
+// The tool reports on standard error what it inferred. LibFuzzer took hold of the real one at
+// start.
 class Quiet {
  public:
   Quiet() : loud_(stderr) {
@@ -71,7 +72,7 @@ class ErrorCount : public zorl2_inspect::WireVisitor {
  public:
   void OnField(const zorl2_inspect::WireField&) override {}
   void OnEnd(const zorl2_inspect::WireField&, std::size_t) override {}
-  void OnError(const zorl2_inspect::WireError&) override { ++errors; }
+  void OnError(const zorl2_inspect::Problem&) override { ++errors; }
   int errors = 0;
 };
 
@@ -134,13 +135,23 @@ std::string ReadAgain(const zorl2_inspect::MessageText& text,
   return zorl2_inspect::ReadMessage(text, type)->SerializeAsString();
 }
 
+std::string ToJson(const Message& message, zorl2_inspect::JsonWriter::Layout layout) {
+  std::string json;
+  zorl2_inspect::Output output(&json);
+  zorl2_inspect::JsonWriter writer(output, layout);
+  zorl2_inspect::WriteJson(message, writer);
+  output.Finish();
+  return json;
+}
+
 void CheckForms(const Message& message) {
   RequireSame(message, message.SerializeAsString(), "the wire format");
   Holds holds;
   Look(message, holds);
   const auto& type = *message.GetDescriptor();
-  for (const bool pretty : {false, true}) {
-    const std::string json = zorl2_inspect::ToJson(message, pretty);
+  for (const auto layout : {zorl2_inspect::JsonWriter::Layout::kOneLine,
+                            zorl2_inspect::JsonWriter::Layout::kIndented}) {
+    const std::string json = ToJson(message, layout);
     if (holds.json) RequireSame(message, ReadAgain({"JSON", json, true}, type), "JSON");
   }
   const std::string text = zorl2_inspect::ToText(message);
@@ -155,21 +166,22 @@ void ReadRecords(const zorl2_inspect::InputOptions& options) {
     try {
       if (input == nullptr) input = std::make_unique<zorl2_inspect::Input>(options);
       return input->Next(record);
-    } catch (const zorl2_inspect::InputError&) {
+    } catch (const zorl2_inspect::Error&) {
       return false;
     }
   };
   while (next()) {
+    if (record.damage) continue;
     const bool whole = Walk(record.bytes, input->type());
     const auto message = zorl2_inspect::NewMessage(input->type());
     try {
-      input->Parse(record, *message);
-    } catch (const zorl2_inspect::InputError&) {
-      // Bytes that are a message are refused for one reason only.
-      if (whole && message->IsInitialized()) proof::Require("a whole message is refused");
+      input->Read(record, *message);
+    } catch (const zorl2_inspect::Error&) {
+      // Bytes that are a message are rejected for one reason only.
+      if (whole && message->IsInitialized()) proof::Require("a whole message is rejected");
       continue;
     }
-    if (!whole || !message->IsInitialized()) proof::Require("a damaged message is taken");
+    if (!whole || !message->IsInitialized()) proof::Require("a damaged message is accepted");
     CheckForms(*message);
   }
 }
@@ -187,7 +199,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t type = data[0] % (types.size() + 1);
   if (type > 0) options.type = types[type - 1]->name();
   using Form = zorl2_inspect::InputForm;
-  constexpr Form kForms[] = {Form::kGuessed, Form::kWire, Form::kHex, Form::kJson, Form::kText};
+  constexpr Form kForms[] = {Form::kInferred, Form::kWire, Form::kHex, Form::kJson, Form::kText};
   options.form = kForms[data[1] % 5];
   options.delimited = data[1] >= 128;
 

@@ -204,11 +204,11 @@ TEST(GeneralPart, MessageToNative_AnAbsentBridgePortNumberLeavesTheMemberUnchang
 TEST(GeneralPart, RoundTrip_PreservesStringsOfAnyLengthAndContent) {
   pb::GeneralInfo message = General::FullMessage();
   message.set_intf_name(std::string("a\0b", 3));
-  message.set_phy_addr("");
+  message.set_phy_addr("\xFF\xFE");
   message.set_redundancy_group_phy_addr(std::string(100000, 'x'));
   const IntfEntry::GeneralInfo record = General::ToNative(message, General::OtherRecord());
   EXPECT_EQ(record.intf_name, std::string("a\0b", 3));
-  EXPECT_EQ(record.phy_addr, "");
+  EXPECT_EQ(record.phy_addr, "\xFF\xFE");
   EXPECT_EQ(record.redundancy_group_phy_addr, std::string(100000, 'x'));
   EXPECT_THAT(General::ToMessage(record), EqualsMessage(message));
 }

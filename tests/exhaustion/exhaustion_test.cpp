@@ -147,21 +147,30 @@ bool IsPartOf(const google::protobuf::Message& part, const google::protobuf::Mes
   return true;
 }
 
-// Native to message: what was set before the failure remains set.
+// Native to message: what was set before the failure remains set, so the message grows with the
+// allocations before it.
 template <typename Converter, typename Message, typename Record>
 Case ToMessage(const std::string& name, long least, const Record& record, const Message& before) {
   return {name, least, [=] {
             const auto native = proof::Native(record);
             const auto whole = MessageOf<Message>(record);
-            return Exhaust(
+            std::size_t size = 0;
+            const long allocations = Exhaust(
                 [&] { return before; },
                 [&](Message& message) { EXPECT_TRUE(Converter().Convert(native, message)); },
                 [&](const Message& message, long granted) {
                   EXPECT_TRUE(IsPartOf(message, whole)) << message.ShortDebugString();
                   if (granted == kSuccess) {
                     EXPECT_EQ(zorl2_test::MessageDifference(whole, message), "");
+                    return;
                   }
+                  EXPECT_GE(message.ByteSizeLong(), size);
+                  size = message.ByteSizeLong();
                 });
+            if (allocations > 1) {
+              EXPECT_GT(size, 0U) << "cleared after the failure";
+            }
+            return allocations;
           }};
 }
 

@@ -167,7 +167,7 @@ std::vector<Change> Changes() {
        {"from .zorl2.protobuf.EthernetSpeed to .zorl2.protobuf.VlanType"}},
       {"AnotherLabel",
        [](Set& set) { Field(set, "GeneralInfo", 2).set_label(Proto::LABEL_REQUIRED); },
-       {"bridge_port_number|from optional to required|refuse"}},
+       {"bridge_port_number|from optional to required|reject"}},
       {"RenamedField",
        [](Set& set) { Field(set, "GeneralInfo", 0).set_name("name"); },
        {"intf_name|is now called name"}},

@@ -1,0 +1,103 @@
+"""Runs zorl2-inspect as a process, within bounds of memory and time."""
+
+import os
+import pty
+import resource
+import select
+import subprocess
+import tempfile
+import unittest
+
+TOOL = os.environ["ZORL2_INSPECT"]
+SOURCE = os.environ["ZORL2_SOURCE_DIR"]
+SAMPLES = os.path.join(SOURCE, "tools", "samples")
+# Sanitizers reserve terabytes of address space and slow everything down.
+SANITIZED = os.environ.get("ZORL2_SANITIZED") == "1"
+
+
+def _limit(megabytes):
+    if SANITIZED:
+        return
+    resource.setrlimit(resource.RLIMIT_AS, (megabytes << 20, megabytes << 20))
+
+
+def on_terminal(arguments, feed=None, env=None, stdout_too=True):
+    """Runs the tool with its outputs on a pseudo-terminal; what appeared there, and the status.
+    feed yields the bytes of standard input, at its own pace."""
+    master, slave = pty.openpty()
+    environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
+    environment.update({"TERM": "xterm", **(env or {})})
+    process = subprocess.Popen([TOOL, *arguments], stdin=subprocess.PIPE,
+                               stdout=slave if stdout_too else subprocess.DEVNULL, stderr=slave,
+                               env=environment)
+    os.close(slave)
+    seen = b""
+
+    def drain(wait):
+        nonlocal seen
+        while select.select([master], [], [], wait)[0]:
+            try:
+                got = os.read(master, 65536)
+            except OSError:
+                return False
+            if not got:
+                return False
+            seen += got
+        return True
+
+    for block in feed or ():
+        process.stdin.write(block)
+        process.stdin.flush()
+        drain(0)
+    process.stdin.close()
+    while drain(0.2) and process.poll() is None:
+        pass
+    drain(0)
+    os.close(master)
+    return seen.decode(errors="replace"), process.wait(60)
+
+
+class ToolTest(unittest.TestCase):
+    maxDiff = None
+
+    def setUp(self):
+        self._folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self._folder.cleanup)
+
+    def path(self, name):
+        return os.path.join(self._folder.name, name)
+
+    def file(self, name, content):
+        """A file with the content, which is bytes or text; its path."""
+        with open(self.path(name), "wb") as out:
+            out.write(content if isinstance(content, bytes) else content.encode())
+        return self.path(name)
+
+    def run_tool(self, *arguments, given=b"", status=0, megabytes=512, seconds=60, env=None):
+        """The finished process; its output as text. Checks the exit status and standard error:
+        no crash, no sanitizer report, no stack trace."""
+        done = subprocess.run(
+            [TOOL, *arguments], input=given, capture_output=True,
+            timeout=seconds * (10 if SANITIZED else 1), preexec_fn=lambda: _limit(megabytes),
+            env=None if env is None else {**os.environ, **env})
+        done.text = done.stdout.decode(errors="replace")
+        done.errors = done.stderr.decode(errors="replace")
+        self.assertIn(done.returncode, [0, 1, 2], done.errors[:2000])
+        for line in done.errors.splitlines():
+            self.assertTrue(line.startswith("zorl2-inspect: "), line)
+        if status is not None:
+            self.assertEqual(done.returncode, status, done.errors[:2000] + done.text[:2000])
+        return done
+
+    def assert_error(self, done, *parts):
+        """Status 2, and one last line with all the parts; at most the inferred type before it."""
+        self.assertEqual(done.returncode, 2, done.text[:2000] + done.errors[:2000])
+        *notes, error = done.errors.splitlines()
+        self.assertTrue(all(" inferred: " in note for note in notes), notes)
+        for part in parts:
+            self.assertIn(part, error)
+        return error
+
+    def rejected(self, *arguments, parts=(), **bounds):
+        """Runs the tool, which must end with such an error."""
+        return self.assert_error(self.run_tool(*arguments, status=2, **bounds), *parts)

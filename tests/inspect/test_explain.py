@@ -1,0 +1,189 @@
+import re
+import unittest
+
+import wire
+from support import ToolTest
+
+
+def rows(text):
+    """The explained fields: path to (offset, bytes, rest of the line)."""
+    found = {}
+    for line in text.splitlines():
+        match = re.match(r"([0-9a-f]{8})  ((?:[0-9a-f]{2} ?)*) *  (\S+) +(.*)", line)
+        if match:
+            found.setdefault(match[3], []).append(
+                (int(match[1], 16), bytes.fromhex(match[2]), match[4]))
+    return found
+
+
+class Explain(ToolTest):
+    def explain(self, content, *options, status=0):
+        done = self.run_tool("explain", "--input", "wire", *options, "-", given=content,
+                             status=status)
+        return done
+
+    def test_every_field_of_an_entry_is_named_down_to_the_leaf(self):
+        found = rows(self.explain(wire.entry(), "--type", "IntfEntry").text)
+        expected = ["zorid", "zorid.value", "zorid.value[0]", "zorid.value[3]", "parent.value[2]",
+                    "generalInfo.intf_name", "generalInfo.phy_addr",
+                    "generalInfo.bridge_port_number", "generalInfo.redundancy_group_id",
+                    "generalInfo.redundancy_group_phy_addr", "statusInfo.adminStatus",
+                    "statusInfo.operationalSpeed", "statusInfo.configShutdown",
+                    "physicalInfo.intf_mtu", "physicalInfo.eth_speed",
+                    "typeInfo.interfaceFlags.if_multicast", "typeInfo.vlanType",
+                    "shutdownProtos[0]", "blockInfo[0].protocol", "blockInfo[0].state",
+                    "intfCategory"]
+        for path in expected:
+            self.assertIn(path, found)
+
+    def test_offsets_and_bytes_are_those_of_the_file(self):
+        content = wire.entry()
+        found = rows(self.explain(content, "--type", "IntfEntry", "--bytes", "8").text)
+        covered = 0
+        for places in found.values():
+            for offset, raw, _ in places:
+                self.assertEqual(content[offset:offset + len(raw)], raw)
+                covered += len(raw)
+        self.assertGreater(covered, len(content) // 2)
+        self.assertEqual(found["zorid.value[3]"][0][0], 7)
+        self.assertEqual(found["zorid.value[3]"][0][1], b"\x07")
+
+    def test_values_are_readable(self):
+        found = rows(self.explain(wire.entry(), "--type", "IntfEntry").text)
+        self.assertRegex(found["zorid"][0][2], r"^Zorid +0\.0\.0\.7$")
+        self.assertRegex(found["shutdownProtos[0]"][0][2],
+                         r"^enum ProtocolType +LACP \(3, native 2\)$")
+        self.assertRegex(found["physicalInfo.intf_mtu"][0][2], r"^uint32 +9216$")
+        self.assertRegex(found["generalInfo.intf_name"][0][2], r'^string +"ge-0/0/7"$')
+        self.assertRegex(found["statusInfo.adminStatus"][0][2],
+                         r"^enum AdminStatus +IF_ADMIN_DOWN \(1\)$")
+
+    def test_a_clean_entry_has_no_marker(self):
+        text = self.explain(wire.entry(), "--type", "IntfEntry").text
+        self.assertNotIn("<-", text)
+        self.assertNotIn("\x1b", text)
+
+    def test_a_wide_bridge_port_is_marked_narrowed(self):
+        found = rows(self.explain(wire.entry(port=65536 + 513), "--type", "IntfEntry").text)
+        self.assertIn("<- narrowed: 66049 becomes 513",
+                      found["generalInfo.bridge_port_number"][0][2])
+
+    def test_a_wide_identifier_value_is_marked_narrowed(self):
+        found = rows(self.explain(wire.entry((0, 0, 0x1FF, 7)), "--type", "IntfEntry").text)
+        self.assertIn("<- narrowed: 0.0.511.7 becomes 0.0.255.7", found["zorid"][0][2])
+
+    def test_absent_parent_and_port_are_marked_defaulted(self):
+        found = rows(self.explain(wire.entry(parent=None, port=None), "--type", "IntfEntry").text)
+        self.assertIn("(absent)  <- defaulted: becomes 0.0.0.0", found["parent"][0][2])
+        self.assertIn("(absent)  <- defaulted: becomes 0",
+                      found["generalInfo.bridge_port_number"][0][2])
+
+    def test_a_malformed_identifier_becomes_zero_in_an_entry(self):
+        found = rows(self.explain(wire.entry((1, 2, 3)), "--type", "IntfEntry").text)
+        self.assertIn("<- replaced: 1.2.3 (3 values) becomes 0.0.0.0",
+                      found["zorid"][0][2])
+
+    def test_a_malformed_identifier_is_rejected_in_a_state_signal(self):
+        signal = wire.shut_signal(wire.LACP, ((1, 2, 3, 4), 1), ((1, 2, 3, 4, 5), 0))
+        found = rows(self.explain(signal, "--type", "ShutStateSync").text)
+        self.assertNotIn("<-", found["intfs[0].zorid"][0][2])
+        self.assertIn("<- rejected: 5 values (expected 4) [identifier.size]",
+                      found["intfs[1].zorid"][0][2])
+
+    def test_a_signal_of_an_interface_protocol_is_rejected(self):
+        found = rows(self.explain(wire.shut_signal(wire.L1_PROTO), "--type", "ShutStateSync").text)
+        self.assertIn("<- rejected: L1_PROTO (expected a protocol of a state signal)", found["shutProtocol"][0][2])
+
+    def test_a_repeated_interface_of_a_signal_says_which_state_is_lost(self):
+        signal = wire.shut_signal(wire.LACP, ((1, 2, 3, 4), 1), ((1, 2, 3, 4), 0))
+        found = rows(self.explain(signal, "--type", "ShutStateSync").text)
+        self.assertIn("<- replaced: 1.2.3.4 becomes intfs[1]", found["intfs[0]"][0][2])
+
+    def test_unknown_fields_and_enumeration_numbers_are_dropped(self):
+        content = wire.entry(shut=(wire.LACP, 13), extra=wire.number(77, 5) + wire.text(78, "new"))
+        found = rows(self.explain(content, "--type", "IntfEntry").text)
+        self.assertRegex(found["shutdownProtos[1]"][0][2],
+                         r"13 \(unlisted\)  <- dropped: unknown field$")
+        self.assertRegex(found["#77"][0][2], r"^unknown, varint +5  <- dropped: unknown field$")
+        self.assertRegex(found["#78"][0][2], r'^unknown, length-delimited +"new"  <- dropped')
+
+    def test_another_wire_type_makes_a_field_unknown(self):
+        content = wire.entry(extra=wire.text(9, "x"))
+        found = rows(self.explain(content, "--type", "IntfEntry").text)
+        self.assertRegex(found["intfCategory#9"][0][2],
+                         r'^unknown, length-delimited +"x"  <- dropped: unknown field$')
+
+    def test_a_replaced_value_says_where_the_later_one_is(self):
+        content = wire.number(9, 4) + wire.entry()
+        found = rows(self.explain(content, "--type", "IntfEntry").text)
+        later = len(content) - 2
+        self.assertIn("<- replaced: by the same field at %#x" % later,
+                      found["intfCategory"][0][2])
+        self.assertNotIn("<-", found["intfCategory"][1][2])
+
+    def test_two_halves_of_an_identifier_make_one(self):
+        content = wire.text(1, wire.zorid(1, 2)) + wire.text(1, wire.zorid(3, 4))
+        content += wire.entry()[len(wire.text(1, wire.zorid(0, 0, 0, 7))):]
+        done = self.explain(content, "--type", "IntfEntry")
+        self.assertIn("<- merged: with the same field at 0x6", rows(done.text)["zorid"][0][2])
+        self.assertNotIn("0.0.0.0", done.text)
+
+    def test_a_missing_required_field_fails_with_its_path(self):
+        content = wire.entry().replace(wire.text(2, "00:11:22:33:44:55"), b"")
+        # The part is shorter now than its length says: write it anew.
+        content = wire.text(1, wire.zorid(0, 0, 0, 7)) + wire.text(3, wire.text(1, "x"))
+        done = self.explain(content, "--type", "IntfEntry", status=2)
+        self.assertIn("generalInfo.phy_addr", done.text)
+        self.assertIn("<- rejected: missing", done.text)
+        self.assertEqual(done.errors, "zorl2-inspect: standard input: offset 0x0: statusInfo: "
+                         "missing, required by IntfEntry [required]\n")
+
+    def test_an_unlisted_value_of_a_required_field_is_named_at_its_offset(self):
+        content = wire.entry(category=5)
+        done = self.explain(content, "--type", "IntfEntry", status=2)
+        problem = "unlisted value 5 (listed: 0 to 4), required by IntfEntry [required]"
+        self.assertIn("5 (unlisted)  <- rejected: " + problem,
+                      rows(done.text)["intfCategory"][0][2])
+        self.assertEqual(done.errors, "zorl2-inspect: standard input: offset %#x: intfCategory: "
+                         "%s\n" % (len(content) - 2, problem))
+
+    def test_damage_in_a_part_is_named_and_the_rest_is_explained(self):
+        bad = wire.text(4, b"\x08")  # a tag without its value
+        content = wire.text(1, wire.zorid(0, 0, 0, 7)) + bad + wire.number(9, 2)
+        done = self.explain(content, "--type", "IntfEntry", status=2)
+        self.assertIn("statusInfo.adminStatus", done.text)
+        self.assertIn("<- malformed: the end of the bytes (expected a varint)", done.text)
+        self.assertIn("VP (2)", done.text)
+        self.assertRegex(done.errors, r"offset 0xb: statusInfo\.adminStatus: the end of the bytes \(expected a varint")
+
+    def test_a_length_past_the_end_says_what_was_found(self):
+        done = self.explain(b"\x0a\x40\x01", "--type", "IntfEntry", status=2)
+        self.assertIn("offset 0x1: zorid: a length of 64 (expected at most 1 more bytes)",
+                      done.errors)
+
+    def test_a_list_gives_every_entry_its_index(self):
+        content = wire.entry_list(wire.entry(), wire.entry((0, 0, 0, 8), port=70000))
+        done = self.explain(content)
+        found = rows(done.text)
+        self.assertIn("narrowed", found["intfEntry[1].generalInfo.bridge_port_number"][0][2])
+        self.assertIn("infoClient.token", found)
+
+    def test_a_stream_is_explained_record_by_record_with_offsets_in_the_file(self):
+        content = wire.delimited(wire.entry(), wire.entry((0, 0, 0, 8)))
+        done = self.explain(content, "--delimited", "--type", "IntfEntry")
+        self.assertIn("record 2: IntfEntry", done.text)
+        second = len(wire.delimited(wire.entry())) + len(wire.varint(len(wire.entry())))
+        self.assertEqual(rows(done.text)["zorid"][1][0], second)
+
+    def test_a_name_cannot_write_to_the_terminal(self):
+        done = self.explain(wire.entry(name="\x1b[31m\u202ebad"), "--type", "IntfEntry")
+        self.assertNotIn("\x1b", done.text)
+        self.assertIn("\\x1b[31m\\xe2\\x80\\xaebad", done.text)
+
+    def test_colour_can_be_forced(self):
+        done = self.explain(wire.entry(), "--type", "IntfEntry", "--color", "always")
+        self.assertIn("\x1b[1m", done.text)
+
+
+if __name__ == "__main__":
+    unittest.main()

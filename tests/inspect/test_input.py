@@ -1,0 +1,171 @@
+"""The forms of input, and the type if none is named."""
+
+import os
+import subprocess
+import unittest
+
+import wire
+from support import SAMPLES, TOOL, ToolTest
+
+WIRE = bytes([0x0A, 0x04, 0x00, 0x00, 0x00, 0x07])
+
+
+class Input(ToolTest):
+    def shown(self, content, *options):
+        return self.run_tool("show", "--type", "Zorid", "--output", "hex", *options,
+                             self.file("input", content)).text
+
+    def test_every_way_to_write_hexadecimal_is_read(self):
+        for text in ("0a0400000007", "0a 04 00 00 00 07\n", "0x0a0400000007",
+                     "0x0a, 0x04, 0x00,0x00 0x00\t0x07", "0A:04:00:00:00:07",
+                     "0a 04\n00 00\n\n# comment\n00 07\n",
+                     "00000000  0a 04 00 00 00 07                                 |......|\n00000006\n",
+                     "0000  0a 04 00 00 00 07                                 ......\n",
+                     "00000000: 0a04 0000 0007                           ......\n"):
+            with self.subTest(text):
+                self.assertEqual(self.shown(text), "0a 04 00 00 00 07\n")
+
+    def test_a_star_in_a_dump_repeats_the_line_before(self):
+        dump = ("00000000  0a 1e 00 00 00 00 00 00  00 00 00 00 00 00 00 00  |................|\n"
+                "00000010  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00  |................|\n"
+                "*\n00000030\n")
+        # 48 bytes: the field takes 32, and a tag of the number 0 follows.
+        self.rejected("show", "--type", "Zorid", self.file("input", dump), parts=["offset 0x20: the field number 0 (expected a field's tag"])
+
+    def test_an_offset_that_does_not_fit_is_rejected_with_its_place(self):
+        dump = "00000000  0a 04 00 00  |....|\n00000010  00 07  |..|\n"
+        self.rejected("show", "--type", "Zorid", self.file("input", dump),
+                      parts=["line 2, column 1: the offset 00000010 (expected 4)"])
+
+    def test_wire_json_and_text_give_the_same_bytes(self):
+        for content in (WIRE, '{"value": [0, 0, 0, 7]}', "value: 0 value: 0 value: 0 value: 7",
+                        "# a comment\nvalue: [0, 0, 0, 7]"):
+            with self.subTest(content):
+                self.assertEqual(self.shown(content), "0a 04 00 00 00 07\n")
+
+    def test_standard_input_is_read(self):
+        done = self.run_tool("show", "--type", "zorid", "-", given=WIRE)
+        self.assertIn("0.0.0.7", done.text)
+
+    def test_every_form_of_output_can_be_read_again(self):
+        sample = os.path.join(SAMPLES, "switch-52.json")
+        expected = self.run_tool("show", "--output", "wire", sample).stdout
+        for form in ("json", "text", "hex", "wire"):
+            with self.subTest(form):
+                done = self.run_tool("show", "--output", form, sample)
+                again = self.file("input", done.stdout)
+                done = self.run_tool("show", "--output", "wire", again)
+                self.assertEqual(done.stdout, expected)
+
+    def test_a_stream_gives_every_record(self):
+        for spelled in (lambda b: b, lambda b: b.hex().encode()):
+            entries = [wire.entry(identifier=(0, 0, 0, i)) for i in (3, 4, 5)]
+            stream = spelled(wire.delimited(*entries))
+            done = self.run_tool("show", "--delimited", self.file("input", stream))
+            for i in (3, 4, 5):
+                self.assertIn("0.0.0.%d " % i, done.text)
+            self.assertIn("type IntfEntry inferred", done.errors)
+
+    def test_the_type_is_inferred_with_its_reason(self):
+        indication = wire.number(1, 0) + wire.number(2, 2) + wire.text(3, wire.entry())
+        for content, name in ((wire.entry(), "IntfEntry"),
+                              (wire.entry_list(wire.entry()), "IntfEntryList"),
+                              (indication, "IntfIndication"),
+                              ('{"sys_mac": "a", "sys_name": "b", "sys_descr": "c"}', "SysInfo"),
+                              ("hash_type: 7", "LagLoadBalanceHashType")):
+            with self.subTest(name):
+                done = self.run_tool("show", self.file("input", content))
+                self.assertIn("type %s inferred: " % name, done.errors)
+
+    def test_a_type_that_is_not_clear_is_asked_for(self):
+        # The two state signals look alike on the wire.
+        signal = wire.shut_signal(3, ((0, 0, 0, 1), 1))
+        self.rejected("show", self.file("input", signal),
+                      parts=["as ShutStateSync, BlockStateSync (expected --type)"])
+        self.rejected("show", self.file("input", b""), parts=["expected --type", "empty"])
+        for text, *parts in (
+                ('{"intfs": []}', "expected --type", "as ShutStateSync, BlockStateSync"),
+                ("intfs {}", "expected --type", "as ShutStateSync, BlockStateSync"),
+                ('{"valve": 1}', "expected --type", "a field of no message"),
+                ("valve: 1", "expected --type", "a field of no message"),
+                ('{]', "line 1, column 2", '"]" (expected a field name in quotes)')):
+            with self.subTest(text):
+                self.rejected("show", self.file("input", text), parts=parts)
+
+    def test_mistakes_on_the_command_line_are_one_line(self):
+        self.rejected("show", "--type", "Nothing", self.file("input", WIRE), parts=["Nothing"])
+        self.rejected("show", self.path("absent"), parts=["absent", "No such file"])
+        self.rejected("show", self._folder.name, parts=["cannot read", "directory"])
+        self.rejected("show", "--output", "xml", self.file("input", WIRE), parts=["xml"])
+        self.rejected("show", parts=["FILE"])
+        self.rejected(parts=["subcommand"])
+
+    def test_mistakes_in_json_have_line_and_column(self):
+        for text, *parts in (
+                ('{"value": [0, 0,\n 0, 7}', "line 2, column 6", '"}" (expected \',\' or \']\')'),
+                ('{"value": [0, 0,\n 0, "x"]}', "line 2, column 5", "value[3]"),
+                ('{\n "valve": 1}', "valve"),
+                # Columns count characters: the byte order mark and the name are longer.
+                ('\ufeff{"välüe": 7, 8}', "line 1, column 2", '"välüe" (expected a field of Zorid'),
+                ('{"value": [1], "value": []}', "line 1, column 16", "expected each field once"),
+                ("{'value': [1]}", "line 1, column 2", "expected a field name in quotes"),
+                ('{"value": [1], }', "line 1, column 16", "expected a field name in quotes"),
+                ('{"value" [1]}', "line 1, column 10", "expected ':'"),
+                ('{"value": [true]}', "line 1, column 12", "expected a whole number"),
+                ('{"value": [1.5]}', "line 1, column 12", "expected a whole number"),
+                ('{"value": [null]}', "line 1, column 12", "expected a whole number"),
+                ('{"value": [[]]}', "line 1, column 12", "expected a whole number"),
+                ('{"value": {}}', "line 1, column 11", "expected an array"),
+                ('{"value": [1]}\0', "line 1, column 15", "expected a message"),
+                ('[{"value": [1]}', "line 1, column 16", "expected ',' or ']'"),
+                ('["x"]', "line 1, column 2", "expected an object for Zorid"),
+                ('[]', "no message (expected a message)"),
+                ('{"value": [1]', "line 1, column 14", "the end"),
+                ('{"value": "1.2.3.4"}', "line 1, column 11", '"1.2.3.4" (expected an array)'),
+                ('[{"value": [1]}] {}', "line 1, column 18", "expected the end of the text"),
+                ('{"value": [1]} {}', "2 messages (expected one message)"),
+                ('{"value": [1, 4294967296]}', "line 1, column 15", "value[1]")):
+            with self.subTest(text):
+                self.rejected("show", "--input", "json", "--type", "Zorid",
+                              self.file("input", text), parts=parts)
+
+    def test_mistakes_in_text_form_have_line_and_column(self):
+        self.rejected("show", "--type", "Zorid", self.file("input", "value: 1\nvalve: 2\n"),
+                      parts=["line 2, column", "valve"])
+
+    def test_a_missing_field_in_either_form_has_its_place(self):
+        for command in ("show", "explain"):
+            for text, place in (('{"shutProtocol": "LACP",\n "intfs": [{"state": true}]}',
+                                 "line 2, column 26: intfs[0].zorid: "),
+                                ("shutProtocol: LACP\nintfs { state: true }",
+                                 "line 2, column 1: intfs[0].zorid: ")):
+                with self.subTest(command=command, text=text):
+                    self.rejected(command, "--type", "ShutStateSync", self.file("input", text),
+                                  parts=[place + "missing, required by ShutStateInfo [required]"])
+
+    def test_every_help_has_an_example(self):
+        done = self.run_tool("--help")
+        for name in ("snapshot", "show", "roundtrip"):
+            self.assertIn(name, done.text)
+        for name in ("snapshot", "show", "roundtrip"):
+            done = self.run_tool(name, "--help")
+            self.assertIn("Example", done.text)
+
+    def test_bash_completes_commands_types_and_options(self):
+        completions = "/usr/share/bash-completion/bash_completion"
+        if not os.path.exists(completions):
+            self.skipTest("bash-completion is not installed")
+        script = os.path.join(SAMPLES, "..", "zorl2-inspect.bash-completion")
+        for words, expected in ((["sh"], "show"), (["show", "--type", "IntfI"], "IntfIndication"),
+                                (["show", "--del"], "--delimited"),
+                                (["snapshot", "--output", "j"], "json")):
+            program = (
+                ". %s; . %s; COMP_WORDS=(%s %s); COMP_CWORD=%d; COMP_LINE=\"${COMP_WORDS[*]}\"; "
+                "COMP_POINT=${#COMP_LINE}; _zorl2_inspect; echo \"${COMPREPLY[@]}\"" % (
+                    completions, script, TOOL, " ".join(words), len(words)))
+            done = subprocess.run(["bash", "-c", program], stdout=subprocess.PIPE, check=False)
+            self.assertEqual(done.stdout.decode().strip(), expected)
+
+
+if __name__ == "__main__":
+    unittest.main()

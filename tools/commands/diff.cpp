@@ -1,0 +1,98 @@
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tools/commands/commands.h"
+#include "tools/commands/options.h"
+#include "tools/model/changes.h"
+#include "tools/model/filter.h"
+#include "tools/model/message_types.h"
+#include "tools/text/error.h"
+#include "tools/text/output.h"
+#include "tools/views/changes_view.h"
+
+namespace zorl2_inspect {
+namespace {
+
+struct DiffArguments {
+  InputOptions input;
+  std::string before;
+  std::string after;
+  bool json = false;
+  std::vector<std::string> where;
+  std::string colour = "auto";
+};
+
+using google::protobuf::Message;
+
+struct Capture {
+  DiffSide side;
+  std::vector<std::unique_ptr<Message>> owned;
+  std::unique_ptr<Filter> filter;
+};
+
+Capture Read(InputOptions options, const std::string& file,
+             const std::vector<std::string>& where) {
+  options.file = file;
+  Input input(options);
+  Capture capture;
+  capture.side.name = input.name();
+  if (!where.empty()) {
+    capture.filter = std::make_unique<Filter>(input.type(), where);
+    capture.side.filter = capture.filter.get();
+  }
+  Record record;
+  while (input.Next(record)) {
+    std::unique_ptr<Message> message = NewMessage(input.type());
+    input.Read(record, *message);
+    capture.side.records.push_back(message.get());
+    capture.owned.push_back(std::move(message));
+  }
+  return capture;
+}
+
+int RunDiff(const DiffArguments& arguments) {
+  if (arguments.before == "-" && arguments.after == "-") {
+    throw Error("standard input", "both captures", "one of them in a file");
+  }
+  const Capture before = Read(arguments.input, arguments.before, arguments.where);
+  const Capture after = Read(arguments.input, arguments.after, arguments.where);
+  const DiffResult result = Compare(before.side, after.side);
+  Output output;
+  if (arguments.json) {
+    PrintChangesAsJson(before.side, after.side, result, output);
+  } else {
+    PrintChanges(before.side, after.side, result, PaletteFor(arguments.colour), output);
+  }
+  output.Finish();
+  return result.equal() ? kExitOk : kExitDifferent;
+}
+
+}  // namespace
+
+void AddDiffCommand(CLI::App& app, int& status) {
+  auto arguments = std::make_shared<DiffArguments>();
+  CLI::App* command =
+      app.add_subcommand("diff", "Compare two captures: list what was added, removed and changed");
+  command->add_option("A", arguments->before, "The earlier capture")->required()->type_name("");
+  command
+      ->add_option("B", arguments->after, "The later capture; either may be - for standard input")
+      ->required()
+      ->type_name("");
+  AddReadingOptions(*command, arguments->input);
+  command->add_flag("--json", arguments->json, "Print JSON");
+  AddWhereOption(*command, arguments->where);
+  AddColourOption(*command, arguments->colour);
+  command->footer(
+      "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
+      "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
+      "0 equal, 1 different, 2 error. --where compares the elements that are selected before or\n"
+      "after; \"zorl2-inspect show --help\" describes its conditions.\n\n"
+      "Example:\n"
+      "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
+      "  zorl2-inspect diff --type Zorid a.txt b.txt");
+  command->callback([arguments, &status] { status = RunDiff(*arguments); });
+}
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,30 @@
+// Options that several subcommands have.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <string>
+#include <vector>
+
+#include "tools/input/input.h"
+#include "tools/model/filter.h"
+#include "tools/text/colours.h"
+
+namespace zorl2_inspect {
+
+// FILE, and the options below.
+void AddInputOptions(CLI::App& command, InputOptions& options);
+// --type, --input and --delimited.
+void AddReadingOptions(CLI::App& command, InputOptions& options);
+// --type.
+void AddTypeOption(CLI::App& command, std::string& type);
+// --where, as often as the operator likes.
+void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions);
+// Reports on standard error that nothing was selected, if that is so.
+void NoteNothingSelected(const std::string& name, const Filter& filter);
+// --color.
+void AddColourOption(CLI::App& command, std::string& when);
+
+// The colours for standard output.
+Palette PaletteFor(const std::string& when);
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,116 @@
+// Reads messages: one, or a stream of them, from a file or standard input, in any of four forms.
+#pragma once
+
+#include <google/protobuf/descriptor.h>
+#include <google/protobuf/message.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "check/check.h"
+#include "tools/input/input_form.h"
+#include "tools/input/record_stream.h"
+#include "tools/input/type_inference.h"
+#include "tools/text/error.h"
+
+namespace zorl2_inspect {
+
+// No input that is held in memory as a whole, and no record of a stream, is longer than this.
+inline constexpr std::size_t kLongestInput = std::size_t{512} << 20;
+inline constexpr std::size_t kLongestRecord = std::size_t{64} << 20;
+
+struct InputOptions {
+  std::string file = "-";
+  std::string type;  // Inferred from the content if empty.
+  InputForm form = InputForm::kInferred;
+  bool delimited = false;  // A stream of length-prefixed messages, as wire bytes or hexadecimal.
+  std::size_t longest = kLongestRecord;  // A longer record of a stream is damage.
+};
+
+// The name of the file in errors and headings: "standard input" for "-".
+std::string InputName(const std::string& file);
+// The whole content. Throws Error.
+std::string ReadInput(const std::string& file);
+// The type with this name. Throws Error if there is none.
+const google::protobuf::Descriptor* TypeNamed(const std::string& type);
+// Reports the inferred type and the reason on standard error. Throws Error if there is none.
+const google::protobuf::Descriptor* ReportInferred(const std::string& name, InputForm form,
+                                                 const InferredType& inferred);
+
+// One message of an input, or one damaged place.
+struct Record {
+  std::uint64_t number = 0;  // From 1.
+  // Where the bytes begin, in the input or in the decoded bytes of hexadecimal text; 0 in the
+  // other forms. For damage the place of the length.
+  std::uint64_t offset = 0;
+  // In the wire format, whatever the form of the input. Valid until the next call of Next(). Empty
+  // for damage.
+  std::string_view bytes;
+  // Why there are no bytes.
+  std::optional<Problem> damage;
+};
+
+class Input {
+ public:
+  // Opens the file, infers form and type if they are not given, and reports what it inferred on
+  // standard error. Throws Error.
+  explicit Input(const InputOptions& options);
+  ~Input();
+  Input(const Input&) = delete;
+  Input& operator=(const Input&) = delete;
+
+  const std::string& name() const { return name_; }
+  InputForm form() const { return form_; }
+  bool delimited() const { return delimited_; }
+  const google::protobuf::Descriptor& type() const { return *type_; }
+  // The size of the input in bytes, 0 if it is not known; and how many bytes have been read.
+  std::uint64_t size() const { return size_; }
+  std::uint64_t consumed() const;
+
+  // Reads the next record or damaged place. Returns false at the end, also after damage from which
+  // no record can be found.
+  bool Next(Record& record);
+
+  // Whether Next() will return false.
+  bool AtEnd() const { return ended_ && !read_ahead_; }
+
+  // Replaces the message by the record's, as far as it can be parsed. Returns why the bytes are no
+  // message of the type, with an offset in the input.
+  std::optional<Problem> Parse(const Record& record, google::protobuf::Message& message) const;
+
+  // What zorl2::check says of the record's message, with its offset in the input.
+  Problem Locate(const Record& record, const zorl2::check::Verdict& verdict) const;
+
+  // Replaces the message by the record's. Throws Error for damage, for bytes that are no message of
+  // the type, and for a missing required field.
+  void Read(const Record& record, google::protobuf::Message& message) const;
+
+  // Throws the problem as an error of this input.
+  [[noreturn]] void Fail(const Problem& problem) const { throw Error(name_, problem); }
+
+ private:
+  void Open(const InputOptions& options);
+  void OpenStream(const InputOptions& options);
+  void ReadWhole(const std::string& type_name);
+
+  std::string name_;
+  InputForm form_;
+  bool delimited_;
+  int descriptor_ = -1;
+  std::uint64_t size_ = 0;
+  const google::protobuf::Descriptor* type_ = nullptr;
+  // A stream, whose first record may have been read ahead.
+  std::unique_ptr<RecordStream> stream_;
+  bool read_ahead_ = false;
+  bool ended_ = false;
+  Record ahead_;
+  // Or one message.
+  std::string bytes_;
+  std::uint64_t next_number_ = 1;
+};
+
+}  // namespace zorl2_inspect

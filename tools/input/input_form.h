@@ -1,0 +1,25 @@
+// The forms of an input.
+#pragma once
+
+#include <string_view>
+
+namespace zorl2_inspect {
+
+enum class InputForm {
+  kInferred,
+  kWire,
+  kHex,  // hexadecimal text, see hex_text.h
+  kJson,
+  kText,  // the protobuf text format
+};
+
+// Such as "hexadecimal text".
+const char* FormName(InputForm form);
+
+// The form of the content, by its beginning; wire bytes if it is no other.
+InputForm RecogniseForm(std::string_view content);
+
+// Whether the bytes are length-prefixed records, to the last byte.
+bool LooksDelimited(std::string_view bytes);
+
+}  // namespace zorl2_inspect

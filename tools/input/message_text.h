@@ -1,0 +1,41 @@
+// Messages written as JSON or in the protobuf text format.
+#pragma once
+
+#include <google/protobuf/descriptor.h>
+#include <google/protobuf/message.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/input/type_inference.h"
+
+namespace zorl2_inspect {
+
+// The text without a byte order mark.
+std::string_view WithoutMark(std::string_view text);
+
+// JSON begins with a brace or a bracket, the text format never does.
+bool LooksLikeJson(std::string_view text);
+
+struct MessageText {
+  std::string file;  // In errors.
+  std::string_view text;
+  bool json;  // Otherwise the protobuf text format.
+};
+
+// The type that accepts the text, or else the one that accepts the longest part of it. Throws Error
+// for a text that is broken before its first field.
+InferredType InferTypeOfText(const MessageText& input);
+
+// Both throw Error with line, column and field path, also if a required field is missing.
+//
+// The one message of the text.
+std::unique_ptr<google::protobuf::Message> ReadMessage(const MessageText& input,
+                                                       const google::protobuf::Descriptor& type);
+// All messages of the text. JSON may contain several, in an array or one after the other.
+std::vector<std::unique_ptr<google::protobuf::Message>> ReadMessages(
+    const MessageText& input, const google::protobuf::Descriptor& type);
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,98 @@
+#include "tools/input/record_stream.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace zorl2_inspect {
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+// As many as a 32-bit length takes.
+constexpr std::size_t kLongestPrefix = 5;
+
+}  // namespace
+
+RecordStream::RecordStream(int descriptor, std::size_t longest)
+    : descriptor_(descriptor), longest_(longest), buffer_(kBufferSize) {}
+
+bool RecordStream::Want(std::size_t count) {
+  if (end_ - begin_ >= count) return true;
+  std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+  buffer_offset_ += begin_;
+  end_ -= begin_;
+  begin_ = 0;
+  while (end_ < count && !at_end_) {
+    // Doubled rather than sized as claimed: a claim costs memory only when the bytes are there.
+    if (end_ == buffer_.size()) buffer_.resize(std::min(buffer_.size() * 2, count));
+    const ssize_t got = read(descriptor_, buffer_.data() + end_, buffer_.size() - end_);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) read_error_ = errno;
+    at_end_ = got <= 0;
+    if (got > 0) end_ += static_cast<std::size_t>(got);
+  }
+  return end_ >= count;
+}
+
+RecordStream::Status RecordStream::Damaged(Status status, std::string found, std::string expected) {
+  problem_ = {};
+  problem_.offset = offset_;
+  problem_.found = std::move(found);
+  problem_.expected = std::move(expected);
+  if (read_error_ != 0) {
+    problem_.found = fmt::format("cannot read: {}", std::strerror(read_error_));
+    problem_.expected.clear();
+  }
+  return status;
+}
+
+RecordStream::Status RecordStream::Skip(std::uint64_t length) {
+  std::uint64_t left = length;
+  while (left > 0) {
+    if (begin_ == end_ && !Want(1)) {
+      return Damaged(Status::kBroken, fmt::format("{} bytes", length - left),
+                     fmt::format("{} bytes of a record", length));
+    }
+    const std::uint64_t step = std::min<std::uint64_t>(left, end_ - begin_);
+    begin_ += static_cast<std::size_t>(step);
+    left -= step;
+  }
+  return Damaged(Status::kSkipped, fmt::format("{} bytes", length),
+                 fmt::format("at most {} bytes", longest_));
+}
+
+RecordStream::Status RecordStream::Next(std::string_view* record) {
+  offset_ = consumed();
+  if (!Want(kLongestPrefix) && begin_ == end_) {
+    return read_error_ != 0 ? Damaged(Status::kBroken, "", "") : Status::kEnd;
+  }
+  std::uint64_t length = 0;
+  std::size_t size = 0;
+  for (bool more = true; more; ++size) {
+    if (size == kLongestPrefix) {
+      return Damaged(Status::kBroken, "a varint of more than five bytes", "the length of a record");
+    }
+    if (begin_ + size == end_) {
+      return Damaged(Status::kBroken, "the end of the stream", "the length of a record");
+    }
+    const auto byte = static_cast<std::uint8_t>(buffer_[begin_ + size]);
+    length |= static_cast<std::uint64_t>(byte & 0x7f) << (7 * size);
+    more = byte >= 0x80;
+  }
+  begin_ += size;
+  content_offset_ = consumed();
+  if (length > longest_) return Skip(length);
+  if (!Want(static_cast<std::size_t>(length))) {
+    return Damaged(Status::kBroken, fmt::format("{} bytes", end_ - begin_),
+                   fmt::format("{} bytes of a record", length));
+  }
+  *record = std::string_view(buffer_.data() + begin_, static_cast<std::size_t>(length));
+  begin_ += static_cast<std::size_t>(length);
+  return Status::kRecord;
+}
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,25 @@
+// Infers the message type of a capture.
+#pragma once
+
+#include <google/protobuf/descriptor.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zorl2_inspect {
+
+struct InferredType {
+  // Null if no type fits or several fit equally well.
+  const google::protobuf::Descriptor* type = nullptr;
+  // Why this type, or why none.
+  std::string reason;
+};
+
+// From bytes in the wire format, whole or damaged.
+InferredType InferTypeFromWire(std::string_view bytes);
+
+// No type, because these fit equally well.
+InferredType AmbiguousType(const std::vector<const google::protobuf::Descriptor*>& types);
+
+}  // namespace zorl2_inspect

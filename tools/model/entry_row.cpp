@@ -1,0 +1,155 @@
+#include "tools/model/entry_row.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+
+#include "tools/model/check_text.h"
+#include "tools/model/field_text.h"
+#include "tools/model/native_fields.h"
+#include "tools/text/quoting.h"
+
+namespace zorl2_inspect {
+namespace {
+
+namespace pb = zorl2::protobuf;
+using Mark = RowValue::Mark;
+using zorl2::check::LossKind;
+
+constexpr std::size_t kLongestName = 40;
+constexpr std::size_t kMostNames = 4;
+
+RowValue Identifier(bool present, const pb::Zorid& id) {
+  std::string text = DottedText(id);
+  if (!present || text == "0.0.0.0") return {"-"};
+  return {std::move(text)};
+}
+
+// A name of a capture must not move the cursor.
+std::string NameText(const pb::IntfEntry& entry) {
+  const std::string& name = entry.generalinfo().intf_name();
+  return name.empty() ? "-" : QuotedUnlessPlain(name, kLongestName);
+}
+
+RowValue Type(const pb::IntfEntry& entry) {
+  if (!entry.typeinfo().has_interfacetype()) return {"-"};
+  switch (entry.typeinfo().interfacetype()) {
+    case pb::OTHER:
+      return {"other"};
+    case pb::ETHERNET:
+      return {"ethernet"};
+    case pb::ETHERNET_L2_VLAN:
+      return {"vlan"};
+    case pb::ETHERNET_BUNDLE:
+      return {"bundle"};
+    default:
+      return {"unknown", Mark::kUnusual};
+  }
+}
+
+RowValue Up(bool present, bool up) {
+  if (!present) return {"-"};
+  return up ? RowValue{"up", Mark::kGood} : RowValue{"down", Mark::kBad};
+}
+
+// The first protocols, then how many there are.
+RowValue Protocols(const std::vector<std::string>& names, bool holds) {
+  if (names.empty()) return {"-"};
+  std::string text;
+  for (std::size_t i = 0; i < names.size() && i < kMostNames; ++i) {
+    text += (i > 0 ? ", " : "") + names[i];
+  }
+  if (names.size() > kMostNames) text += fmt::format(", ... ({})", names.size());
+  return {std::move(text), holds ? Mark::kBad : Mark::kNone};
+}
+
+RowValue ShutBy(const pb::IntfEntry& entry) {
+  std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(entry.shutdownprotos_size()));
+  for (int i = 0; i < entry.shutdownprotos_size(); ++i) {
+    names.push_back(pb::ProtocolType_Name(entry.shutdownprotos(i)));
+  }
+  return Protocols(names, true);
+}
+
+RowValue States(const pb::IntfEntry& entry) {
+  std::vector<std::string> names;
+  bool blocked = false;
+  for (const pb::BlockInfo& info : entry.blockinfo()) {
+    const bool blocks = info.state() == pb::BLOCK_STATE_BLOCK;
+    blocked |= blocks;
+    names.push_back(pb::ProtocolType_Name(info.protocol()) + (blocks ? " blocks" : " forwards"));
+  }
+  return Protocols(names, blocked);
+}
+
+// Whether a path is that of the column or of a part of it.
+bool IsIn(std::string_view path, std::string_view column) {
+  if (path.substr(0, column.size()) != column) return false;
+  return path.size() == column.size() || path[column.size()] == '.' || path[column.size()] == '[';
+}
+
+}  // namespace
+
+const std::vector<EntryColumn>& EntryColumns() {
+  using Entry = pb::IntfEntry;
+  static const std::vector<EntryColumn> columns = {
+      {"ID", false, "zorid", [](const Entry& e) { return RowValue{DottedText(e.zorid())}; }},
+      {"PARENT", false, "parent",
+       [](const Entry& e) { return Identifier(e.has_parent(), e.parent()); }},
+      {"NAME", false, "generalInfo.intf_name",
+       [](const Entry& e) { return RowValue{NameText(e)}; }},
+      {"TYPE", false, "typeInfo.interfaceType", Type},
+      {"CATEGORY", false, "intfCategory",
+       [](const Entry& e) {
+         if (!e.has_intfcategory()) return RowValue{"-"};
+         return RowValue{pb::InterfaceCategory_Name(e.intfcategory())};
+       }},
+      {"ADMIN", false, "statusInfo.adminStatus",
+       [](const Entry& e) {
+         return Up(e.statusinfo().has_adminstatus(),
+                   e.statusinfo().adminstatus() == pb::IF_ADMIN_UP);
+       }},
+      {"OPER", false, "statusInfo.operationalStatus",
+       [](const Entry& e) {
+         return Up(e.statusinfo().has_operationalstatus(),
+                   e.statusinfo().operationalstatus() == pb::UP);
+       }},
+      {"LINK", false, "statusInfo.linkStatus",
+       [](const Entry& e) {
+         return Up(e.statusinfo().has_linkstatus(), e.statusinfo().linkstatus() == pb::LINK_UP);
+       }},
+      {"SPEED", true, "statusInfo.operationalSpeed",
+       [](const Entry& e) { return RowValue{RateText(e.statusinfo().operationalspeed())}; }},
+      {"MTU", true, "physicalInfo.intf_mtu",
+       [](const Entry& e) {
+         if (!e.physicalinfo().has_intf_mtu()) return RowValue{"-"};
+         return RowValue{fmt::format("{}", e.physicalinfo().intf_mtu())};
+       }},
+      {"SHUT BY", false, "shutdownProtos", ShutBy},
+      {"STATE BY PROTOCOL", false, "blockInfo", States},
+  };
+  return columns;
+}
+
+RowValue::Mark MarkOf(const EntryRow& row, std::string_view path) {
+  if (!Converts(row.verdict) && IsIn(row.verdict.field, path)) return Mark::kRejected;
+  for (const zorl2::check::Loss& loss : row.losses) {
+    if (loss.kind != LossKind::kDefaulted && IsIn(loss.field, path)) return Mark::kLost;
+  }
+  return Mark::kNone;
+}
+
+EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
+  EntryRow row{zorl2::check::Check(entry), zorl2::check::FindLosses(entry), {}};
+  row.values.reserve(EntryColumns().size());
+  for (const EntryColumn& column : EntryColumns()) {
+    RowValue value = column.value(entry);
+    const Mark mark = MarkOf(row, column.path);
+    if (mark != Mark::kNone) value.mark = mark;
+    row.values.push_back(std::move(value));
+  }
+  return row;
+}
+
+}  // namespace zorl2_inspect

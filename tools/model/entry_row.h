@@ -1,0 +1,49 @@
+// An interface as a row of a table.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/check.h"
+#include "interface_entry.pb.h"
+
+namespace zorl2_inspect {
+
+struct RowValue {
+  enum class Mark {
+    kNone,
+    kGood,
+    kBad,       // The interface does not work, or a protocol holds it.
+    kUnusual,   // A value that says nothing.
+    kLost,      // The conversion to native changes the value.
+    kRejected,  // The conversion to native fails because of the value.
+  };
+
+  std::string text;  // "-" if absent.
+  Mark mark = Mark::kNone;
+};
+
+struct EntryColumn {
+  const char* title;
+  bool is_number;
+  const char* path;  // Of the field that the column shows.
+  RowValue (*value)(const zorl2::protobuf::IntfEntry& entry);
+};
+
+// The columns of the table, in their order.
+const std::vector<EntryColumn>& EntryColumns();
+
+struct EntryRow {
+  zorl2::check::Verdict verdict;
+  std::vector<zorl2::check::Loss> losses;
+  std::vector<RowValue> values;  // One for each column.
+};
+
+// The values are those of the message, whether or not it converts.
+EntryRow MakeEntryRow(const zorl2::protobuf::IntfEntry& entry);
+
+// What becomes of the field with this path, or of a part of it: kNone, kLost or kRejected.
+RowValue::Mark MarkOf(const EntryRow& row, std::string_view path);
+
+}  // namespace zorl2_inspect

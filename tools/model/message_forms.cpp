@@ -1,0 +1,112 @@
+#include "tools/model/message_forms.h"
+
+#include <google/protobuf/io/coded_stream.h>
+#include <google/protobuf/io/zero_copy_stream_impl_lite.h>
+#include <google/protobuf/text_format.h>
+
+#include <map>
+#include <vector>
+
+#include "tools/text/quoting.h"
+
+namespace zorl2_inspect {
+namespace {
+
+using google::protobuf::FieldDescriptor;
+using google::protobuf::Message;
+using google::protobuf::Reflection;
+
+// `index` is -1 for a singular field.
+void WriteValue(const Message& message, const FieldDescriptor& field, int index,
+                JsonWriter& writer) {
+  const Reflection& get = *message.GetReflection();
+  const bool one = index < 0;
+  std::string scratch;
+  switch (field.cpp_type()) {
+    case FieldDescriptor::CPPTYPE_MESSAGE:
+      return WriteJson(
+          one ? get.GetMessage(message, &field) : get.GetRepeatedMessage(message, &field, index),
+          writer);
+    case FieldDescriptor::CPPTYPE_BOOL:
+      return writer.Value(one ? get.GetBool(message, &field)
+                              : get.GetRepeatedBool(message, &field, index));
+    case FieldDescriptor::CPPTYPE_ENUM:
+      return writer.Value(
+          (one ? get.GetEnum(message, &field) : get.GetRepeatedEnum(message, &field, index))
+              ->name());
+    case FieldDescriptor::CPPTYPE_STRING:
+      return writer.Value(one ? get.GetStringReference(message, &field, &scratch)
+                              : get.GetRepeatedStringReference(message, &field, index, &scratch));
+    case FieldDescriptor::CPPTYPE_INT32:
+      return writer.Value(one ? get.GetInt32(message, &field)
+                              : get.GetRepeatedInt32(message, &field, index));
+    case FieldDescriptor::CPPTYPE_UINT32:
+      return writer.Value(one ? get.GetUInt32(message, &field)
+                              : get.GetRepeatedUInt32(message, &field, index));
+    default:
+      google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &scratch);
+      return writer.Value(scratch);
+  }
+}
+
+}  // namespace
+
+void WriteJson(const Message& message, JsonWriter& writer) {
+  const Reflection& reflection = *message.GetReflection();
+  std::vector<const FieldDescriptor*> fields;
+  reflection.ListFields(message, &fields);
+  writer.BeginObject();
+  for (const FieldDescriptor* field : fields) {
+    writer.Key(field->name());
+    if (!field->is_repeated()) {
+      WriteValue(message, *field, -1, writer);
+      continue;
+    }
+    writer.BeginArray();
+    const int count = reflection.FieldSize(message, field);
+    for (int i = 0; i < count; ++i) WriteValue(message, *field, i, writer);
+    writer.EndArray();
+  }
+  writer.EndObject();
+}
+
+std::string ToText(const Message& message) {
+  google::protobuf::TextFormat::Printer printer;
+  printer.SetUseUtf8StringEscaping(true);
+  std::string text;
+  printer.PrintToString(message, &text);
+  return text;
+}
+
+MessageForm FormNamed(const std::string& name) {
+  static const std::map<std::string, MessageForm> forms = {{"wire", MessageForm::kWire},
+                                                           {"hex", MessageForm::kHex},
+                                                           {"json", MessageForm::kJson},
+                                                           {"text", MessageForm::kText}};
+  return forms.at(name);
+}
+
+MessageWriter::MessageWriter(Output& out, MessageForm form, bool of_stream)
+    : out_(out),
+      form_(form),
+      of_stream_(of_stream),
+      json_(out, of_stream ? JsonWriter::Layout::kOneLine : JsonWriter::Layout::kIndented) {}
+
+void MessageWriter::Write(const Message& message) {
+  if (form_ == MessageForm::kJson) return WriteJson(message, json_);
+  if (form_ == MessageForm::kWire) {
+    const std::string bytes = message.SerializePartialAsString();
+    if (of_stream_) {
+      std::string length;
+      google::protobuf::io::StringOutputStream stream(&length);
+      google::protobuf::io::CodedOutputStream(&stream).WriteVarint64(bytes.size());
+      out_.Write(length);
+    }
+    return out_.Write(bytes);
+  }
+  if (of_stream_) out_.Print("# {}\n", message.GetDescriptor()->name());
+  if (form_ == MessageForm::kText) return out_.Write(ToText(message));
+  out_.Print("{}\n", Hex(message.SerializePartialAsString()));
+}
+
+}  // namespace zorl2_inspect

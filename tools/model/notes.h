@@ -1,0 +1,63 @@
+// What becomes of the fields of a message, for the view that shows its bytes.
+#pragma once
+
+#include <google/protobuf/message.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "check/check.h"
+#include "tools/wire/wire_walker.h"
+
+namespace zorl2_inspect {
+
+struct Note {
+  enum class Kind {
+    kReplaced,   // Another value takes its place.
+    kNarrowed,   // Bits are lost.
+    kDropped,    // Nothing of it remains.
+    kDefaulted,  // It is absent and gets its default.
+    kRejected,   // The conversion fails.
+    kMerged,     // Two occurrences make one message; nothing is lost.
+    kCount,
+  };
+
+  Kind kind;
+  std::string text;
+};
+
+const char* NoteName(Note::Kind kind);
+
+// What the parser does to the field: replaces, merges or narrows it.
+std::vector<Note> ParserNotes(const WireField& field);
+
+// What zorl2::check finds in a message, by field. Every note is taken once.
+class CheckNotes {
+ public:
+  explicit CheckNotes(const google::protobuf::Message& message);
+
+  // Of the whole message.
+  const zorl2::check::Verdict& verdict() const { return verdict_; }
+
+  // The notes of a field that the walk has reached.
+  std::vector<Note> Take(const WireField& field);
+
+  struct Absent {
+    std::string path;
+    Note note;
+  };
+  // The notes that are left for the fields of the message at the path, which the walk has left.
+  std::vector<Absent> TakeAbsent(std::string_view message_path);
+
+ private:
+  void AddRejection(const std::string& path, const zorl2::check::Verdict& verdict);
+  void AddLosses(const std::string& path, const google::protobuf::Message& message);
+
+  zorl2::check::Verdict verdict_;
+  // Unknown fields and unlisted values are under "typeInfo.#9".
+  std::multimap<std::string, Note> notes_;
+};
+
+}  // namespace zorl2_inspect

@@ -1,0 +1,56 @@
+#include "tools/text/error.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <utility>
+
+namespace zorl2_inspect {
+namespace {
+
+void PrintLine(std::string_view line) {
+  std::string safe = "zorl2-inspect: ";
+  for (const char character : line) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 || byte == 0x7f) {
+      safe += fmt::format("\\x{:02x}", byte);
+    } else {
+      safe += character;
+    }
+  }
+  safe += '\n';
+  std::fflush(stdout);
+  std::fwrite(safe.data(), 1, safe.size(), stderr);
+}
+
+}  // namespace
+
+std::string ProblemText(const Problem& problem) {
+  std::string text;
+  const auto append = [&text](const char* separator, const std::string& part) {
+    if (!text.empty()) text += separator;
+    text += part;
+  };
+  if (problem.record != 0) append("", fmt::format("record {}", problem.record));
+  if (problem.offset) append(", ", fmt::format("offset {:#x}", *problem.offset));
+  if (problem.place) {
+    append(", ", fmt::format("line {}, column {}", problem.place->line, problem.place->column));
+  }
+  if (!problem.path.empty()) append(": ", problem.path);
+  append(": ", problem.found);
+  if (!problem.expected.empty()) text += fmt::format(" (expected {})", problem.expected);
+  return text;
+}
+
+Error::Error(std::string_view subject, const Problem& problem)
+    : std::runtime_error(fmt::format("{}: {}", subject, ProblemText(problem))) {}
+
+Error::Error(std::string_view subject, std::string found, std::string expected)
+    : Error(subject,
+            Problem{0, std::nullopt, std::nullopt, "", std::move(found), std::move(expected)}) {}
+
+void PrintError(std::string_view line) { PrintLine(line); }
+
+void PrintNote(std::string_view line) { PrintLine(line); }
+
+}  // namespace zorl2_inspect

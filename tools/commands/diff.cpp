@@ -32,8 +32,7 @@ struct Capture {
   std::unique_ptr<Filter> filter;
 };
 
-Capture Read(InputOptions options, const std::string& file,
-             const std::vector<std::string>& where) {
+Capture Read(InputOptions options, const std::string& file, const std::vector<std::string>& where) {
   options.file = file;
   Input input(options);
   Capture capture;
@@ -86,9 +85,10 @@ void AddDiffCommand(CLI::App& app, int& status) {
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
-      "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
-      "0 equal, 1 different, 2 error. --where compares the elements that are selected before or\n"
-      "after; \"zorl2-inspect show --help\" describes its conditions.\n\n"
+      "their order makes no difference. A list can be compared with a single entry. Texts of\n"
+      "more than 200 bytes are compared by lines. Exit status: 0 equal, 1 different, 2 error.\n"
+      "--where compares the elements that are selected before or after; \"zorl2-inspect show\n"
+      "--help\" describes its conditions.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");

@@ -41,10 +41,11 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
 
 void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions) {
   command
-      .add_option("--where", conditions,
-                  "Select by FIELD OP VALUE, such as oper=DOWN; all conditions must hold. OP is\n"
-                  "= != < <= > >= or ~ (a part of the text, or a pattern with * and ?). Everything\n"
-                  "is selected if omitted")
+      .add_option(
+          "--where", conditions,
+          "Select by FIELD OP VALUE, such as oper=DOWN; all conditions must hold. OP is\n"
+          "= != < <= > >= or ~ (a part of the text, or a pattern with * and ?). Everything\n"
+          "is selected if omitted")
       ->allow_extra_args(false)
       ->type_name("CONDITION");
 }

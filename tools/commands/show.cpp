@@ -162,10 +162,13 @@ void AddShowCommand(CLI::App& app, int& status) {
       ->type_name("LIST");
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "FIELD is a path such as statusInfo.operationalStatus, or a short name: id, parent, name, type,\n"
-      "category, admin, oper, link, speed, mtu, duplex, shut (the protocols that shut a port), block\n"
+      "FIELD is a path such as statusInfo.operationalStatus, or a short name: id, parent, name, "
+      "type,\n"
+      "category, admin, oper, link, speed, mtu, duplex, shut (the protocols that shut a port), "
+      "block\n"
       "(those that block it). A repeated field needs one value that fits. != is true where = is\n"
-      "false. An empty VALUE stands for no value: 'shut!=' selects the ports that are shut. Names of\n"
+      "false. An empty VALUE stands for no value: 'shut!=' selects the ports that are shut. Names "
+      "of\n"
       "enumerations may be shortened: admin=up. Exit status 0 also if nothing is selected.\n\n"
       "Examples:\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"

@@ -28,9 +28,10 @@ struct SummaryArguments {
 int RunSummary(const SummaryArguments& arguments) {
   Input input(arguments.input);
   if (!HasEntries(input.type())) {
-    throw Error(input.name(), input.type().name(),
-                "IntfEntry, IntfEntryList or IntfIndication; \"zorl2-inspect stats\" counts streams "
-                "of any type");
+    throw Error(
+        input.name(), input.type().name(),
+        "IntfEntry, IntfEntryList or IntfIndication; \"zorl2-inspect stats\" counts streams "
+        "of any type");
   }
   Filter filter(input.type(), arguments.where);
   SummaryReport report;
@@ -86,7 +87,8 @@ void AddSummaryCommand(CLI::App& app, int& status) {
       "Counts the entries of a list or stream by category, type and status, names ports that are\n"
       "down although enabled, shut or blocked by a protocol, and those whose MTU, speed or duplex\n"
       "mode is not that of most others of their type and category. Counts the values that a\n"
-      "conversion to native loses and the entries that it rejects. Draws the ports (type ETHERNET,\n"
+      "conversion to native loses and the entries that it rejects. Draws the ports (type "
+      "ETHERNET,\n"
       "category L1 or L2) by the number at the end of their names, the odd ones above. Streams of\n"
       "any length need the same memory. \"zorl2-inspect show --help\" describes the conditions of\n"
       "--where. Exit status: 0 all entries convert, 1 some do not, 2 error.\n\n"

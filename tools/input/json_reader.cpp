@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tools/input/hex_text.h"
 #include "tools/input/json_value.h"
 #include "tools/model/message_types.h"
 #include "tools/text/json_allocator.h"
@@ -26,25 +27,21 @@ constexpr std::size_t kDeepest = 100;
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
  public:
   Builder(std::string_view text, const Descriptor& type, Messages& messages)
-      : text_(text), type_(type), messages_(messages) {}
+      : text_(text), type_(type), messages_(messages), stream_(text.data(), text.size()) {}
 
-  // Reads one value that begins at the offset. Returns where it ends, unless there is a problem.
-  std::optional<std::size_t> Read(std::size_t begin) {
+  // Reads the next value. Returns where it ends, unless there is a problem.
+  std::optional<std::size_t> Read() {
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag |
                                 rapidjson::kParseNumbersAsStringsFlag |
                                 rapidjson::kParseValidateEncodingFlag;
-    rapidjson::MemoryStream stream(text_.data() + begin, text_.size() - begin);
-    begin_ = last_ = begin;
-    stream_ = &stream;
-    const auto result = reader_.Parse<kFlags>(stream, *this);
-    if (!result) {
-      if (!problem) {
-        problem = SyntaxProblem(text_, begin + result.Offset(), result.Code());
-        problem->path = Path(false);
-      }
-      return std::nullopt;
+    last_ = stream_.Tell();
+    const auto result = reader_.Parse<kFlags>(stream_, *this);
+    if (result) return stream_.Tell();
+    if (!problem) {
+      problem = SyntaxProblem(text_, result.Offset(), result.Code());
+      problem->path = Path(false);
     }
-    return begin + stream.Tell();
+    return std::nullopt;
   }
 
   void WatchFor(std::size_t message, std::string_view path) {
@@ -75,7 +72,13 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     Frame& frame = frames_.back();
+    if (in_hex_) return Fail(start, "hexadecimal text");
     if (frame.field->is_repeated() && !frame.in_array) return Fail(start, "an array");
+    if (frame.field->cpp_type() == FieldDescriptor::CPPTYPE_STRING) {
+      in_hex_ = true;
+      has_bytes_ = false;
+      return true;
+    }
     if (frame.field->message_type() == nullptr) return Fail(start, ExpectedValue(*frame.field));
     if (frames_.size() > kDeepest) return Fail(start, "at most 100 levels of nesting");
     const Reflection& reflection = *frame.message->GetReflection();
@@ -87,9 +90,10 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
   bool Key(const char* text, rapidjson::SizeType size, bool) {
     const std::size_t start = Start();
-    last_ = begin_ + stream_->Tell();
+    last_ = stream_.Tell();
     Frame& frame = frames_.back();
     const std::string_view name(text, size);
+    if (in_hex_) return name == "hex" && !has_bytes_ ? true : Fail(start, "one member, \"hex\"");
     const Descriptor& type = *frame.message->GetDescriptor();
     frame.field = nullptr;
     const FieldDescriptor* field = FieldNamed(type, name);
@@ -104,6 +108,12 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   bool EndObject(rapidjson::SizeType) {
     const std::size_t start = Start();
     last_ = start + 1;
+    if (in_hex_) {
+      in_hex_ = false;
+      if (!has_bytes_) return Fail(start, "one member, \"hex\"");
+      EndValue();
+      return true;
+    }
     frames_.back().field = nullptr;
     if (messages_.size() == watched_message_ + 1 && Path(true) == watched_path_)
       watched_end = start;
@@ -121,6 +131,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     Frame& frame = frames_.back();
+    if (in_hex_) return Fail(start, "hexadecimal text");
     if (!frame.field->is_repeated() || frame.in_array) return Fail(start, Expected(frame));
     frame.in_array = true;
     frame.index = 0;
@@ -162,16 +173,26 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
   bool Scalar(const JsonValue& value) {
     const std::size_t start = Start();
-    last_ = begin_ + stream_->Tell();
+    last_ = stream_.Tell();
     if (frames_.empty()) return Fail(start, "an object for " + type_.name());
     Frame& frame = frames_.back();
+    if (in_hex_) return Hexadecimal(start, value, frame);
     const bool absent = value.kind == JsonValue::Kind::kNull && !frame.in_array;
-    const bool fits = frame.field->message_type() == nullptr &&
-                      frame.field->is_repeated() == frame.in_array &&
+    const bool fits = frame.field->is_repeated() == frame.in_array &&
                       StoreValue(value, *frame.field, *frame.message);
     if (!absent && !fits) return Fail(start, Expected(frame));
     EndValue();
     return true;
+  }
+
+  // The member of the object that a text which is not UTF-8 is written as.
+  bool Hexadecimal(std::size_t start, const JsonValue& value, Frame& frame) {
+    Problem ignored;
+    std::optional<std::string> bytes;
+    if (value.kind == JsonValue::Kind::kText) bytes = DecodeHex(value.text, &ignored);
+    if (!bytes) return Fail(start, "hexadecimal text");
+    has_bytes_ = true;
+    return StoreValue({JsonValue::Kind::kText, *bytes}, *frame.field, *frame.message);
   }
 
   void EndValue() {
@@ -204,12 +225,14 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   const Descriptor& type_;
   Messages& messages_;
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader_;
-  rapidjson::MemoryStream* stream_ = nullptr;
-  // Where the value begins, and where the last token ends.
-  std::size_t begin_ = 0;
+  rapidjson::MemoryStream stream_;
+  // Where the last token ends.
   std::size_t last_ = 0;
   std::vector<Frame> frames_;
   bool in_root_array_ = false;
+  // In the object of a text that is not UTF-8, and whether its bytes have come.
+  bool in_hex_ = false;
+  bool has_bytes_ = false;
   std::size_t watched_message_ = static_cast<std::size_t>(-1);
   std::string_view watched_path_;
 };
@@ -226,7 +249,7 @@ std::optional<JsonProblem> ReadJson(std::string_view text, const Descriptor& typ
   std::size_t offset = SkipBlanks(text, 0);
   const bool array = offset < text.size() && text[offset] == '[';
   do {
-    const std::optional<std::size_t> end = builder.Read(offset);
+    const std::optional<std::size_t> end = builder.Read();
     if (!end) return std::move(builder.problem);
     offset = SkipBlanks(text, *end);
     if (array && offset < text.size()) {
@@ -242,7 +265,7 @@ std::size_t EndOfObject(std::string_view text, const Descriptor& type, std::size
   Builder builder(text, type, messages);
   builder.WatchFor(message, path);
   for (std::size_t offset = SkipBlanks(text, 0); offset < text.size();) {
-    const std::optional<std::size_t> end = builder.Read(offset);
+    const std::optional<std::size_t> end = builder.Read();
     if (!end) break;
     offset = SkipBlanks(text, *end);
   }

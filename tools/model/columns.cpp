@@ -22,12 +22,10 @@ constexpr std::size_t kMostValues = 8;
 
 // The column of the usual table that shows the field; null if none does.
 const EntryColumn* UsualColumn(const FieldName& field) {
-  const std::string path =
-      field.text() == "block" ? "blockInfo" : field.path().text();
+  const std::string path = field.text() == "block" ? "blockInfo" : field.path().text();
   const auto& columns = EntryColumns();
-  const auto found = std::find_if(columns.begin(), columns.end(), [&](const EntryColumn& column) {
-    return path == column.path;
-  });
+  const auto found = std::find_if(columns.begin(), columns.end(),
+                                  [&](const EntryColumn& column) { return path == column.path; });
   return found == columns.end() ? nullptr : &*found;
 }
 
@@ -64,8 +62,9 @@ Columns::Columns(const Descriptor& record, std::string_view list) : list_(ListOf
     const std::string name(Trimmed(list.substr(begin, end - begin)));
     fields_.emplace_back(record, name, "--columns");
     if (list_ != nullptr && !fields_.back().of_element()) {
-      throw Error("--columns", name,
-                  fmt::format("a field of the elements, of type {}", list_->message_type()->name()));
+      throw Error(
+          "--columns", name,
+          fmt::format("a field of the elements, of type {}", list_->message_type()->name()));
     }
     begin = end + 1;
   }

@@ -30,9 +30,9 @@ int Order(const Value& a, const Value& b) {
 
 const pb::Zorid& IdentifierIn(const Message& parent, const FieldDescriptor& field, int index) {
   const Reflection& reflection = *parent.GetReflection();
-  return static_cast<const pb::Zorid&>(
-      index < 0 ? reflection.GetMessage(parent, &field)
-                : reflection.GetRepeatedMessage(parent, &field, index));
+  return static_cast<const pb::Zorid&>(index < 0
+                                           ? reflection.GetMessage(parent, &field)
+                                           : reflection.GetRepeatedMessage(parent, &field, index));
 }
 
 const std::string& TextIn(const Message& parent, const FieldDescriptor& field, int index,
@@ -57,9 +57,8 @@ std::string FirstPathIn(const FieldDescriptor& field) {
 
 Condition::Parts Condition::Split(std::string_view text) {
   static constexpr std::pair<const char*, Operator> kOperators[] = {
-      {"!=", Operator::kUnequal},        {"<=", Operator::kLessOrEqual},
-      {">=", Operator::kGreaterOrEqual}, {"=", Operator::kEqual},
-      {"<", Operator::kLess},            {">", Operator::kGreater},
+      {"!=", Operator::kUnequal}, {"<=", Operator::kLessOrEqual}, {">=", Operator::kGreaterOrEqual},
+      {"=", Operator::kEqual},    {"<", Operator::kLess},         {">", Operator::kGreater},
       {"~", Operator::kLike}};
   const std::size_t place = std::min(text.find_first_of("=!<>~"), text.size());
   for (const auto& [name, op] : kOperators) {
@@ -99,8 +98,7 @@ Condition::Condition(const Descriptor& record, const Parts& parts)
 }
 
 void Condition::Reject(const std::string& expected) const {
-  throw Error(kOption,
-              Problem{0, {}, {}, field_.text(), Quoted(value_, kShortText), expected});
+  throw Error(kOption, Problem{0, {}, {}, field_.text(), Quoted(value_, kShortText), expected});
 }
 
 void Condition::ReadEnumeration() {
@@ -109,8 +107,8 @@ void Condition::ReadEnumeration() {
     const std::string wanted = Uppercase(value_);
     for (int i = 0; i < type.value_count(); ++i) {
       const std::string name = Uppercase(type.value(i)->name());
-      const bool fits = IsPattern(wanted) ? FitsPattern(name, wanted)
-                                          : name.find(wanted) != std::string::npos;
+      const bool fits =
+          IsPattern(wanted) ? FitsPattern(name, wanted) : name.find(wanted) != std::string::npos;
       if (fits) enumeration_.insert(type.value(i)->number());
     }
   } else if (const auto* value = FindEnumValue(type, value_)) {
@@ -129,8 +127,7 @@ void Condition::ReadNumber() {
     signed_ = *number;
     return;
   }
-  const bool is_rate =
-      &field == pb::StatusInfo::descriptor()->FindFieldByName("operationalSpeed");
+  const bool is_rate = &field == pb::StatusInfo::descriptor()->FindFieldByName("operationalSpeed");
   const auto number = is_rate ? ParseRate(value_) : ParseUnsigned(value_);
   if (!number) Reject(is_rate ? "a number of kbit/s, or a rate such as 10G" : "a number");
   unsigned_ = *number;
@@ -215,7 +212,8 @@ bool Condition::FitsValue(const Message& parent, int index) const {
 bool Condition::IsEmpty(const FieldName& field, const Message& parent, int index) {
   if (field.is_identifier()) {
     const auto& values = IdentifierIn(parent, field.field(), index).value();
-    return std::all_of(values.begin(), values.end(), [](std::uint32_t value) { return value == 0; });
+    return std::all_of(values.begin(), values.end(),
+                       [](std::uint32_t value) { return value == 0; });
   }
   if (field.field().cpp_type() != FieldDescriptor::CPPTYPE_STRING) return false;
   std::string scratch;

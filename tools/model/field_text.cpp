@@ -69,7 +69,7 @@ std::string OneLineText(const Message& message, std::size_t limit) {
   std::string text;
   printer.PrintToString(message, &text);
   while (!text.empty() && text.back() == ' ') text.pop_back();
-  if (text.size() > limit) text = text.substr(0, limit) + "...";
+  if (text.size() > limit) text.replace(limit, text.size(), "...");
   return text;
 }
 
@@ -82,7 +82,7 @@ std::string ValueText(const Message& message, const FieldDescriptor& field, int 
     case FieldDescriptor::CPPTYPE_MESSAGE: {
       const Message& inner = singular ? reflection.GetMessage(message, &field)
                                       : reflection.GetRepeatedMessage(message, &field, index);
-      if (inner.GetDescriptor() == Zorid::descriptor()) {
+      if (inner.GetDescriptor() == Zorid::descriptor() && limit != kNoLimit) {
         return DottedText(static_cast<const Zorid&>(inner));
       }
       return "{ " + OneLineText(inner, limit) + " }";

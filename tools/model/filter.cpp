@@ -23,10 +23,9 @@ Filter::Filter(const Descriptor& record, const std::vector<std::string>& conditi
 }
 
 bool Filter::HoldAll(const Message& message, bool of_element) const {
-  return std::all_of(
-      conditions_.begin(), conditions_.end(), [&](const Condition& condition) {
-        return condition.of_element() != of_element || condition.Holds(message);
-      });
+  return std::all_of(conditions_.begin(), conditions_.end(), [&](const Condition& condition) {
+    return condition.of_element() != of_element || condition.Holds(message);
+  });
 }
 
 bool Filter::Selects(const Message& message) const {
@@ -77,8 +76,7 @@ std::string Filter::PathBefore(const std::string& path) const {
   const std::string start = list_->name() + "[";
   if (path.compare(0, start.size(), start) != 0) return path;
   int index = 0;
-  const auto parsed =
-      std::from_chars(path.data() + start.size(), path.data() + path.size(), index);
+  const auto parsed = std::from_chars(path.data() + start.size(), path.data() + path.size(), index);
   if (parsed.ec != std::errc()) return path;
   return At(list_->name(), IndexBefore(index)) +
          path.substr(static_cast<std::size_t>(parsed.ptr - path.data()) + 1);

@@ -78,9 +78,8 @@ std::vector<FrontPanel::Bank> FrontPanel::Banks(std::size_t most) const {
     ++banks.back().used;
   }
   while (banks.size() > most) {
-    banks.erase(std::min_element(banks.begin(), banks.end(), [](const Bank& a, const Bank& b) {
-      return a.used < b.used;
-    }));
+    banks.erase(std::min_element(banks.begin(), banks.end(),
+                                 [](const Bank& a, const Bank& b) { return a.used < b.used; }));
   }
   return banks;
 }

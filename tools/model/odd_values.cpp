@@ -58,8 +58,13 @@ std::vector<OddValues::Odd> OddValues::Find() const {
     const std::uint64_t alike = usual->second.count;
     if (group.entries < kFewest || alike == group.entries || 2 * alike <= group.entries) continue;
     const auto [field, type, category] = key;
-    Odd odd{kNames[static_cast<int>(field)],        type, category, group.entries,
-            ValueText(field, usual->first), group.entries - alike, {}};
+    Odd odd{kNames[static_cast<int>(field)],
+            type,
+            category,
+            group.entries,
+            ValueText(field, usual->first),
+            group.entries - alike,
+            {}};
     for (const auto& [value, examples] : group.values) {
       if (value == usual->first) continue;
       for (const std::string& name : examples.names) {

@@ -33,8 +33,7 @@ class OddValues {
 
  private:
   enum class Field { kMtu, kSpeed, kDuplex };
-  using Key =
-      std::tuple<Field, zorl2::protobuf::InterfaceType, zorl2::protobuf::InterfaceCategory>;
+  using Key = std::tuple<Field, zorl2::protobuf::InterfaceType, zorl2::protobuf::InterfaceCategory>;
   struct Group {
     std::uint64_t entries = 0;
     std::map<std::uint32_t, Examples> values;

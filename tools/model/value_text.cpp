@@ -93,9 +93,7 @@ std::optional<std::uint64_t> ParseUnsigned(std::string_view text) {
   return Parse<std::uint64_t>(text);
 }
 
-std::optional<std::int64_t> ParseSigned(std::string_view text) {
-  return Parse<std::int64_t>(text);
-}
+std::optional<std::int64_t> ParseSigned(std::string_view text) { return Parse<std::int64_t>(text); }
 
 std::optional<std::uint64_t> ParseRate(std::string_view text) {
   if (const auto kbps = ParseUnsigned(text)) return kbps;

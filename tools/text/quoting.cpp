@@ -67,17 +67,6 @@ bool IsUtf8(std::string_view text) {
                                                              static_cast<int>(text.size()));
 }
 
-std::string ReplaceInvalidUtf8(std::string_view text) {
-  std::string out;
-  while (!text.empty()) {
-    const std::size_t length = std::min(SequenceLength(text[0]), text.size());
-    const bool valid = IsUtf8(text.substr(0, length));
-    out += valid ? text.substr(0, length) : "\xef\xbf\xbd";
-    text.remove_prefix(valid ? length : 1);
-  }
-  return out;
-}
-
 std::string Hex(std::string_view bytes) {
   std::string out;
   for (const char c : bytes) {

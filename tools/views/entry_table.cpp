@@ -38,6 +38,7 @@ Table EntryTable() {
 
 void AddRow(const std::vector<RowValue>& values, Table& table) {
   std::vector<Cell> cells;
+  cells.reserve(values.size());
   for (const RowValue& value : values) cells.emplace_back(value.text, ColourOf(value.mark));
   table.Add(std::move(cells));
 }

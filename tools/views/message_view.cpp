@@ -35,7 +35,8 @@ void PrintTitle(const std::string& text, Output& out, const Palette& palette) {
   out.Print("{}\n", palette(Colour::kBold, text));
 }
 
-void PrintUnknown(const Message& message, const Filter& filter, Output& out, const Palette& palette) {
+void PrintUnknown(const Message& message, const Filter& filter, Output& out,
+                  const Palette& palette) {
   const std::vector<UnknownValue> unknown = UnknownValues(message);
   if (unknown.empty()) return;
   out.Write('\n');
@@ -47,7 +48,8 @@ void PrintUnknown(const Message& message, const Filter& filter, Output& out, con
   table.Print(out, palette);
 }
 
-void PrintLosses(const Message& message, const Filter& filter, Output& out, const Palette& palette) {
+void PrintLosses(const Message& message, const Filter& filter, Output& out,
+                 const Palette& palette) {
   Table table({"NOT KEPT BY THE NATIVE RECORD", "MESSAGE", "BACK FROM NATIVE", "REASON"});
   std::size_t more = 0;
   for (const Loss& loss : zorl2::check::FindLosses(message)) {
@@ -57,8 +59,8 @@ void PrintLosses(const Message& message, const Filter& filter, Output& out, cons
       ++more;
       continue;
     }
-    table.Add({Cell(filter.PathBefore(loss.field), Colour::kYellow), BeforeText(loss), AfterText(loss),
-               LossKindName(loss.kind)});
+    table.Add({Cell(filter.PathBefore(loss.field), Colour::kYellow), BeforeText(loss),
+               AfterText(loss), LossKindName(loss.kind)});
   }
   if (table.empty()) return;
   out.Write('\n');

@@ -26,8 +26,8 @@ struct Look {
 
 // By PortState.
 constexpr Look kLooks[] = {
-    {" ", " ", Colour::kPlain},  {"■", "#", Colour::kGreen}, {"□", "-", Colour::kRed},
-    {"·", ".", Colour::kFaint},  {"✕", "x", Colour::kRed},   {"▨", "b", Colour::kYellow},
+    {" ", " ", Colour::kPlain}, {"■", "#", Colour::kGreen}, {"□", "-", Colour::kRed},
+    {"·", ".", Colour::kFaint}, {"✕", "x", Colour::kRed},   {"▨", "b", Colour::kYellow},
 };
 
 std::string Symbol(PortState state, const Palette& paint, bool utf8) {

@@ -9,8 +9,8 @@
 
 namespace zorl2_inspect {
 
-// Prints two rows of 24 ports for each bank, at most three banks, and a legend: the first, third and
-// every other port above, the rest below. Prints nothing if there is no port.
+// Prints two rows of 24 ports for each bank, at most three banks, and a legend: the first, third
+// and every other port above, the rest below. Prints nothing if there is no port.
 void PrintPanel(const FrontPanel& panel, const Palette& paint, bool utf8, Output& out);
 
 }  // namespace zorl2_inspect

@@ -31,6 +31,9 @@ class RoundTripView {
   void Finish(const RoundTripSummary& summary);
 
  private:
+  // A number, a text, or null for an absent value.
+  void WriteValue(const char* name, const std::string& text);
+
   Output& out_;
   Palette palette_;
   bool as_json_;

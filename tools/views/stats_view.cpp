@@ -48,6 +48,7 @@ void StatsView::Begin(const std::string& name, const std::string& type) {
     return;
   }
   json_.BeginObject();
+  json_.Member("schema", "stats/1");
   json_.Member("file", name);
   json_.Member("type", type);
   json_.Key("bad");
@@ -123,12 +124,7 @@ void StatsView::EndJson(const RecordSummary& summary, const std::vector<CountSec
                         const std::string& broken) {
   json_.EndArray();
   json_.Member("unlisted", bad_ > listed_ ? bad_ - listed_ : 0);
-  json_.Key("broken");
-  if (broken.empty()) {
-    json_.Null();
-  } else {
-    json_.Value(broken);
-  }
+  json_.MemberOrNull("broken", broken);
   json_.Member("records", summary.records);
   for (std::size_t i = 0; i < summary.outcomes.size(); ++i) {
     json_.Member(OutcomeName(static_cast<RecordOutcome>(i)), summary.outcomes[i]);

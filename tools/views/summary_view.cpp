@@ -26,20 +26,21 @@ class Screen {
  public:
   Screen(const Palette& paint, Output& out) : paint_(paint), out_(out) {}
 
-  // "label     start item, item, ... (3 more)": as many items as fit, and how many there are besides
-  // them and besides those that the caller has left out.
+  // "label     start item, item, ... (3 more)": as many items as fit, and how many there are
+  // besides them and besides those that the caller has left out.
   void Line(const char* label, const std::string& start, const std::vector<Cell>& items = {},
             std::uint64_t left_out = 0) {
     std::string line = paint_(Colour::kBold, fmt::format("{:<{}}", label, kLabel));
     const std::string shown_start = Cut(start, kWidth - kLabel);
     line += shown_start;
     std::size_t width = kLabel + Width(shown_start);
+    const bool all_fit = left_out == 0 && Fit(shown_start, items);
     std::size_t i = 0;
     for (; i < items.size(); ++i) {
       const std::size_t next = width + (i == 0 ? 0 : 2) + Width(items[i].text);
       // What is left after this one must still be counted.
       const std::uint64_t left = items.size() - i - 1 + left_out;
-      if (next + (left == 0 ? 0 : 2 + More(left).size()) > kWidth) break;
+      if (!all_fit && next + (left == 0 ? 0 : 2 + More(left).size()) > kWidth) break;
       if (i > 0) line += ", ";
       line += paint_(items[i].colour, items[i].text);
       width = next;
@@ -130,11 +131,11 @@ void PrintOdd(Screen& screen, const OddValues& values) {
     for (const auto& [name, value] : odd.examples) {
       items.emplace_back(fmt::format("{} {}", Name(name), value), Colour::kYellow);
     }
-    screen.Line("odd",
-                fmt::format("{} not {}, {} of {} {} {}: ", odd.field, odd.usual, odd.unlike,
-                            odd.entries, pb::InterfaceCategory_Name(odd.category),
-                            pb::InterfaceType_Name(odd.type)),
-                items, odd.unlike - odd.examples.size());
+    screen.Line(
+        "odd",
+        fmt::format("{} not {}, {} of {} {} {}: ", odd.field, odd.usual, odd.unlike, odd.entries,
+                    pb::InterfaceCategory_Name(odd.category), pb::InterfaceType_Name(odd.type)),
+        items, odd.unlike - odd.examples.size());
   }
 }
 
@@ -191,14 +192,12 @@ void PrintSummary(const SummaryReport& report, const Palette& paint, bool utf8, 
   if (list.rejected.count == 0) {
     if (list.entries > 0) screen.Line("rejected", "none");
   } else {
-    screen.Line("rejected",
-                fmt::format("{}: {}: {}", list.rejected.count, Name(list.rejected.names.front()),
-                            list.first_rejection));
+    screen.Line("rejected", fmt::format("{}: {}: {}", list.rejected.count,
+                                        Name(list.rejected.names.front()), list.first_rejection));
   }
   if (report.first_unreadable) {
-    screen.Line(
-        "malformed",
-        fmt::format("{}: {}", report.unreadable, ProblemText(*report.first_unreadable)));
+    screen.Line("malformed",
+                fmt::format("{}: {}", report.unreadable, ProblemText(*report.first_unreadable)));
   }
   if (list.panel.ports().empty()) return;
   out.Write('\n');

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -5,7 +6,9 @@
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/input/message_reader.h"
 #include "tools/model/changes.h"
+#include "tools/model/findings.h"
 #include "tools/model/message_types.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
@@ -19,6 +22,7 @@ struct DiffArguments {
   std::string before;
   std::string after;
   bool json = false;
+  bool strict = false;
   std::string colour = "auto";
 };
 
@@ -27,20 +31,26 @@ using google::protobuf::Message;
 struct Capture {
   DiffSide side;
   std::vector<std::unique_ptr<Message>> owned;
+  int status = kExitOk;
 };
 
-Capture Read(InputOptions options, const std::string& file) {
+Capture Read(InputOptions options, const std::string& file, bool strict) {
   options.file = file;
+  options.strict = strict;
   Input input(options);
+  MessageReader reader(input, strict, {});
   Capture capture;
   capture.side.name = input.name();
   Record record;
-  while (input.Next(record)) {
+  for (;;) {
     std::unique_ptr<Message> message = NewMessage(input.type());
-    input.Read(record, *message);
+    if (!reader.Next(record, *message)) break;
+    // What a converter rejects can be compared; what lacks a field is not the whole message.
+    if (!message->IsInitialized()) reader.Report(record, FindAll(*message).rejections);
     capture.side.records.push_back(message.get());
     capture.owned.push_back(std::move(message));
   }
+  capture.status = reader.status();
   return capture;
 }
 
@@ -48,8 +58,8 @@ int RunDiff(const DiffArguments& arguments) {
   if (arguments.before == "-" && arguments.after == "-") {
     throw Error("standard input", "both captures", "one of them in a file");
   }
-  const Capture before = Read(arguments.input, arguments.before);
-  const Capture after = Read(arguments.input, arguments.after);
+  const Capture before = Read(arguments.input, arguments.before, arguments.strict);
+  const Capture after = Read(arguments.input, arguments.after, arguments.strict);
   const DiffResult result = Compare(before.side, after.side);
   Output output;
   if (arguments.json) {
@@ -58,7 +68,7 @@ int RunDiff(const DiffArguments& arguments) {
     PrintChanges(before.side, after.side, result, PaletteFor(arguments.colour), output);
   }
   output.Finish();
-  return result.equal() ? kExitOk : kExitDifferent;
+  return std::max({before.status, after.status, result.equal() ? kExitOk : kExitDifferent});
 }
 
 }  // namespace
@@ -73,12 +83,13 @@ void AddDiffCommand(CLI::App& app, int& status) {
       ->required()
       ->type_name("");
   AddReadingOptions(*command, arguments->input);
+  AddStrictOption(*command, arguments->strict);
   command->add_flag("--json", arguments->json, "Print JSON");
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
       "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
-      "0 equal, 1 different, 2 error.\n\n"
+      "0 equal, 1 different, or a message is damaged or lacks a field, 2 an input cannot be read.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");

@@ -3,7 +3,6 @@
 #include <google/protobuf/stubs/logging.h>
 
 #include <CLI/CLI.hpp>
-#include <csignal>
 #include <exception>
 #include <new>
 
@@ -49,8 +48,6 @@ int Run(int argc, char** argv) {
 int main(int argc, char** argv) {
   // The tool reports what the runtime would log, with the name of the file.
   google::protobuf::SetLogHandler(nullptr);
-  // A closed pipe is reported as an error of the write.
-  std::signal(SIGPIPE, SIG_IGN);
   try {
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {

@@ -108,6 +108,9 @@ Input::Input(const InputOptions& options)
   if (delimited_ && (form_ == InputForm::kJson || form_ == InputForm::kText)) {
     throw Error(name_, FormName(form_), "wire bytes or hexadecimal text with --delimited");
   }
+  if (options.follow && (!delimited_ || form_ == InputForm::kHex)) {
+    throw Error(name_, "--follow", "a stream of wire bytes, with --delimited");
+  }
   if (!options.type.empty()) type_ = TypeNamed(options.type);
   descriptor_ = OpenFile(options.file);
   try {
@@ -130,11 +133,12 @@ void Input::Open(const InputOptions& options) {
   if (delimited_) {
     OpenStream(options);
   } else {
-    ReadWhole(options.type);
+    ReadWhole(options);
   }
 }
 
 void Input::OpenStream(const InputOptions& options) {
+  if (form_ == InputForm::kInferred && options.follow) form_ = InputForm::kWire;
   if (form_ == InputForm::kInferred) {
     // Only the beginning of a file can be read twice; other streams are wire bytes.
     std::string beginning(4096, '\0');
@@ -148,7 +152,8 @@ void Input::OpenStream(const InputOptions& options) {
     descriptor_ = OpenBytes(bytes, name_);
     size_ = bytes.size();
   }
-  stream_ = std::make_unique<RecordStream>(descriptor_, options.longest);
+  stream_ = std::make_unique<RecordStream>(
+      descriptor_, RecordStream::Options{options.longest, options.follow, options.before_wait});
   if (type_ != nullptr) return;
   read_ahead_ = Next(ahead_);
   if (!read_ahead_) throw Error(name_, "an empty stream", "--type");
@@ -158,14 +163,15 @@ void Input::OpenStream(const InputOptions& options) {
   type_ = ReportInferred(name_, form_, inferred);
 }
 
-void Input::ReadWhole(const std::string& type_name) {
+void Input::ReadWhole(const InputOptions& options) {
   std::string content = ReadAll(descriptor_, name_);
   if (form_ == InputForm::kInferred) form_ = RecogniseForm(content);
-  const bool infer_type = type_name.empty();
+  const bool infer_type = options.type.empty();
   if (form_ == InputForm::kJson || form_ == InputForm::kText) {
     const MessageText text{name_, WithoutMark(content), form_ == InputForm::kJson};
     if (infer_type) type_ = ReportInferred(name_, form_, InferTypeOfText(text));
-    bytes_ = ReadMessage(text, *type_)->SerializeAsString();
+    bytes_ = ReadMessage(text, *type_, options.strict ? nullptr : &missing_)
+                 ->SerializePartialAsString();
     return;
   }
   bytes_ = form_ == InputForm::kHex ? DecodeHexOrThrow(content, name_) : std::move(content);
@@ -221,19 +227,13 @@ std::optional<Problem> Input::Parse(const Record& record, Message& message) cons
 }
 
 Problem Input::Locate(const Record& record, const zorl2::check::Verdict& verdict) const {
+  if (missing_ && IsIncomplete(verdict)) return *missing_;
   Problem problem = RejectionOf(verdict);
   problem.record = stream_ ? record.number : 0;
   if (form_ == InputForm::kWire || form_ == InputForm::kHex) {
     problem.offset = record.offset + OffsetOf(record.bytes, *type_, verdict.field);
   }
   return problem;
-}
-
-void Input::Read(const Record& record, Message& message) const {
-  if (record.damage) Fail(*record.damage);
-  if (const auto problem = Parse(record, message)) Fail(*problem);
-  if (message.IsInitialized()) return;
-  Fail(Locate(record, zorl2::check::Check(message)));
 }
 
 }  // namespace zorl2_inspect

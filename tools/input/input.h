@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,6 +30,10 @@ struct InputOptions {
   InputForm form = InputForm::kInferred;
   bool delimited = false;  // A stream of length-prefixed messages, as wire bytes or hexadecimal.
   std::size_t longest = kLongestRecord;  // A longer record of a stream is damage.
+  bool strict = true;   // A text without a required field is an error.
+  bool follow = false;  // Wait for more of a stream at its end, until Ctrl-C.
+  // Called before the tool waits for more of a stream. May be empty.
+  std::function<void()> before_wait;
 };
 
 // The name of the file in errors and headings: "standard input" for "-".
@@ -78,6 +83,9 @@ class Input {
   // Whether Next() will return false.
   bool AtEnd() const { return ended_ && !read_ahead_; }
 
+  // Whether the system could not read the input to its end.
+  bool CannotRead() const { return stream_ && stream_->cannot_read(); }
+
   // Replaces the message by the record's, as far as it can be parsed. Returns why the bytes are no
   // message of the type, with an offset in the input.
   std::optional<Problem> Parse(const Record& record, google::protobuf::Message& message) const;
@@ -85,17 +93,13 @@ class Input {
   // What zorl2::check says of the record's message, with its offset in the input.
   Problem Locate(const Record& record, const zorl2::check::Verdict& verdict) const;
 
-  // Replaces the message by the record's. Throws Error for damage, for bytes that are no message of
-  // the type, and for a missing required field.
-  void Read(const Record& record, google::protobuf::Message& message) const;
-
   // Throws the problem as an error of this input.
   [[noreturn]] void Fail(const Problem& problem) const { throw Error(name_, problem); }
 
  private:
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
-  void ReadWhole(const std::string& type_name);
+  void ReadWhole(const InputOptions& options);
 
   std::string name_;
   InputForm form_;
@@ -110,6 +114,7 @@ class Input {
   Record ahead_;
   // Or one message.
   std::string bytes_;
+  std::optional<Problem> missing_;  // The required field that a text does not have.
   std::uint64_t next_number_ = 1;
 };
 

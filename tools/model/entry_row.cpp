@@ -3,10 +3,15 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
 #include "tools/model/check_text.h"
+#include "tools/model/field_path.h"
 #include "tools/model/field_text.h"
+#include "tools/model/findings.h"
 #include "tools/model/native_fields.h"
+#include "tools/model/unknown_fields.h"
+#include "tools/text/error.h"
 #include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
@@ -18,6 +23,7 @@ using zorl2::check::LossKind;
 
 constexpr std::size_t kLongestName = 40;
 constexpr std::size_t kMostNames = 4;
+constexpr std::size_t kMostUnknown = 1000;
 
 RowValue Identifier(bool present, const pb::Zorid& id) {
   std::string text = DottedText(id);
@@ -91,12 +97,50 @@ bool IsIn(std::string_view path, std::string_view column) {
   return path.size() == column.size() || path[column.size()] == '.' || path[column.size()] == '[';
 }
 
-Mark MarkOf(const EntryRow& row, const EntryColumn& column) {
-  if (!Converts(row.verdict) && IsIn(row.verdict.field, column.path)) return Mark::kRejected;
-  for (const zorl2::check::Loss& loss : row.losses) {
-    if (loss.kind != LossKind::kDefaulted && IsIn(loss.field, column.path)) return Mark::kLost;
+// Where the runtime keeps the unlisted values of a field: "statusInfo.#1" for its first one.
+std::string UnlistedPath(const char* column) {
+  const FieldPath path(*pb::IntfEntry::descriptor(), column);
+  std::string text(column);
+  text.resize(text.size() - path.field().name().size());
+  return text + fmt::format("#{}", path.field().number());
+}
+
+// Whether a column shows the field, and in which way the conversion fails to keep it.
+Mark MarkOf(const EntryRow& row, const EntryColumn& column, const std::string& unlisted_path,
+            std::vector<bool>& seen) {
+  if (!Converts(row.verdict)) {
+    return IsIn(row.verdict.field, column.path) ? Mark::kRejected : Mark::kNone;
   }
-  return Mark::kNone;
+  Mark mark = Mark::kNone;
+  for (std::size_t i = 0; i < row.losses.size(); ++i) {
+    const zorl2::check::Loss& loss = row.losses[i];
+    if (loss.kind == LossKind::kDefaulted) break;
+    if (!IsIn(loss.field, column.path) && loss.field != unlisted_path) continue;
+    mark = Mark::kLost;
+    seen[i] = true;
+  }
+  return mark;
+}
+
+// The unlisted value of a required field, which the parser keeps among the unknown fields.
+std::string UnlistedValue(const pb::IntfEntry& entry, const std::string& path) {
+  for (const UnknownValue& value : UnknownValues(entry, kMostUnknown)) {
+    if (value.path == path) return value.value;
+  }
+  return "-";
+}
+
+std::string ProblemOf(const EntryRow& row, const std::vector<bool>& seen) {
+  if (!Converts(row.verdict)) return ProblemText(RejectionOf(row.verdict));
+  std::string text;
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < row.losses.size(); ++i) {
+    if (row.losses[i].kind == LossKind::kDefaulted) break;
+    if (seen[i] || count++ >= kMostNames) continue;
+    text += (text.empty() ? "not kept: " : ", ") + row.losses[i].field;
+  }
+  if (count > kMostNames) text += fmt::format(", ... ({})", count);
+  return text;
 }
 
 }  // namespace
@@ -142,13 +186,22 @@ const std::vector<EntryColumn>& EntryColumns() {
 }
 
 EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
-  EntryRow row{zorl2::check::Check(entry), zorl2::check::FindLosses(entry), {}};
-  for (const EntryColumn& column : EntryColumns()) {
+  static const std::vector<std::string> unlisted = [] {
+    std::vector<std::string> paths;
+    for (const EntryColumn& column : EntryColumns()) paths.push_back(UnlistedPath(column.path));
+    return paths;
+  }();
+  EntryRow row{zorl2::check::Check(entry), FindLossesBriefly(entry), {}, {}};
+  std::vector<bool> seen(row.losses.size());
+  for (std::size_t i = 0; i < EntryColumns().size(); ++i) {
+    const EntryColumn& column = EntryColumns()[i];
     RowValue value = column.value(entry);
-    const Mark mark = MarkOf(row, column);
+    const Mark mark = MarkOf(row, column, unlisted[i], seen);
     if (mark != Mark::kNone) value.mark = mark;
+    if (mark == Mark::kRejected && value.text == "-") value.text = UnlistedValue(entry, unlisted[i]);
     row.values.push_back(std::move(value));
   }
+  row.problem = ProblemOf(row, seen);
   return row;
 }
 

@@ -37,6 +37,9 @@ struct EntryRow {
   zorl2::check::Verdict verdict;
   std::vector<zorl2::check::Loss> losses;
   std::vector<RowValue> values;  // One for each column.
+  // The field and the reason of a rejection; otherwise the fields that are not kept and that no
+  // column shows, such as "not kept: #77". Empty if there are none.
+  std::string problem;
 };
 
 // The values are those of the message, whether or not it converts.

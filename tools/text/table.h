@@ -37,9 +37,25 @@ class Table {
   // Prints the heading and the rows. Columns in which every cell is "-" or empty are left out.
   void Print(Output& out, const Palette& palette) const;
 
+  // Prints the rows as a part of a longer table, and removes them. Prints the heading at the
+  // beginning, after many rows, and when a column appears or becomes wider.
+  void PrintNext(Output& out, const Palette& palette);
+
  private:
+  // How the rows are laid out. A width of 0 leaves the column out.
+  using Widths = std::vector<std::size_t>;
+
+  bool IsNumber(std::size_t column) const { return columns_[column].substr(0, 1) == ">"; }
+  // Makes columns as wide as the rows need them.
+  void Widen(Widths& widths) const;
+  void PrintHeading(const Widths& widths, Output& out, const Palette& palette) const;
+  void PrintRows(const Widths& widths, Output& out, const Palette& palette) const;
+
   std::vector<std::string> columns_;
   std::vector<std::vector<Cell>> rows_;
+  // Of the parts that have been printed.
+  Widths widths_;
+  std::size_t rows_below_heading_ = 0;
 };
 
 }  // namespace zorl2_inspect

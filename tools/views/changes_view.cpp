@@ -5,8 +5,10 @@
 #include <string>
 
 #include "interface_entry.pb.h"
+#include "tools/model/check_text.h"
 #include "tools/model/field_text.h"
 #include "tools/model/message_forms.h"
+#include "tools/text/error.h"
 #include "tools/text/json_writer.h"
 #include "tools/text/quoting.h"
 
@@ -117,9 +119,9 @@ void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResul
   }
   out.Print("{}\n{}\n\n",
             paint(Colour::kRed,
-                  fmt::format("--- {} ({})", before.name, Elements(result.elements_before))),
+                  fmt::format("--- {} ({})", Printable(before.name), Elements(result.elements_before))),
             paint(Colour::kGreen,
-                  fmt::format("+++ {} ({})", after.name, Elements(result.elements_after))));
+                  fmt::format("+++ {} ({})", Printable(after.name), Elements(result.elements_after))));
   for (const ElementChange& change : result.changes) {
     static const char* const kMarks[] = {"+", "-", "~"};
     const Message& shown = change.after != nullptr ? *change.after : *change.before;
@@ -127,6 +129,10 @@ void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResul
                                          change.key, NameOf(shown), KindName(change.kind));
     out.Print("{}", paint(ColourOf(change.kind), head));
     if (change.kind != Kind::kChanged) out.Print(" ({})", Summary(shown));
+    const zorl2::check::Verdict verdict = zorl2::check::Check(shown);
+    if (!Converts(verdict)) {
+      out.Print("{}", paint(Colour::kMagenta, "  !! " + ProblemText(RejectionOf(verdict))));
+    }
     out.Print("\n");
     for (const FieldChange& field : change.fields) {
       out.Print("    {}\n", paint(ColourOf(field.kind), FieldLine(field)));

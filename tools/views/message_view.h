@@ -11,12 +11,12 @@
 namespace zorl2_inspect {
 
 // Prints a list or a single entry as a table, a state signal by interface, and everything else
-// field by field; then what the conversion loses, and the unknown fields. The title names the
-// input. The caller must have checked that the message converts.
+// field by field; then why elements do not convert, what the conversion loses, and the unknown
+// fields. The title names the input. Any message will do, also one without its required fields.
 void PrintMessage(const google::protobuf::Message& message, const std::string& title, Output& out,
                   const Palette& palette);
 
-// Prints the native record, or those in the message, as indented lines.
+// Prints the native record, or those in the message, as indented lines, and why there is none.
 void PrintNative(const google::protobuf::Message& message, Output& out);
 
 }  // namespace zorl2_inspect

@@ -148,7 +148,8 @@ std::string ProblemOf(const EntryRow& row, const std::vector<bool>& seen) {
 const std::vector<EntryColumn>& EntryColumns() {
   using Entry = pb::IntfEntry;
   static const std::vector<EntryColumn> columns = {
-      {"ID", false, "zorid", [](const Entry& e) { return RowValue{DottedText(e.zorid())}; }},
+      {"ID", false, "zorid",
+       [](const Entry& e) { return RowValue{e.has_zorid() ? DottedText(e.zorid()) : "-"}; }},
       {"PARENT", false, "parent",
        [](const Entry& e) { return Identifier(e.has_parent(), e.parent()); }},
       {"NAME", false, "generalInfo.intf_name", Name},

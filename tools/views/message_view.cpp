@@ -160,7 +160,7 @@ void PrintSignal(const Signal& signal, Output& out, const Palette& palette) {
     const bool held = state == "shut" || state == "BLOCK_STATE_BLOCK";
     const Mark mark = MarkOf(info.zorid());
     legend.Add(mark);
-    table.Add({fmt::format("{}", i), Marked(DottedText(info.zorid()), mark),
+    table.Add({fmt::format("{}", i), Marked(info.has_zorid() ? DottedText(info.zorid()) : "-", mark),
                PresentValue(info, *info.GetDescriptor()->FindFieldByNumber(2)),
                Cell(state, held ? Colour::kRed : Colour::kGreen)});
   }

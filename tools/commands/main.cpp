@@ -3,6 +3,7 @@
 #include <google/protobuf/stubs/logging.h>
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <new>
 
@@ -51,7 +52,8 @@ int main(int argc, char** argv) {
   try {
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {
-    zorl2_inspect::PrintError("out of memory");
+    // Needs no memory.
+    std::fputs("zorl2-inspect: out of memory\n", stderr);
   } catch (const std::exception& error) {
     zorl2_inspect::PrintError(error.what());
   }

@@ -78,7 +78,7 @@ std::string Elements(std::size_t count) {
 
 std::size_t CountOf(const DiffResult& result, Kind kind) {
   std::size_t count = 0;
-  for (const ElementChange& change : result.changes) count += change.kind == kind ? 1 : 0;
+  for (const ElementChange& change : result.changes) count += change.is_element && change.kind == kind ? 1 : 0;
   return count;
 }
 

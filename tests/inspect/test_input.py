@@ -116,7 +116,7 @@ class Input(ToolTest):
                 ('{"value": [null]}', "line 1, column 12", "expected a whole number"),
                 ('{"value": [[]]}', "line 1, column 12", "expected a whole number"),
                 ('{"value": {}}', "line 1, column 11", "expected an array"),
-                ('{"value": [1]}\0', "line 1, column 15", "expected an object for Zorid"),
+                ('{"value": [1]}\0', "line 1, column 15", "expected a message"),
                 ('[{"value": [1]}', "line 1, column 16", "expected ',' or ']'"),
                 ('["x"]', "line 1, column 2", "expected an object for Zorid"),
                 ('[]', "no message (expected a message)"),

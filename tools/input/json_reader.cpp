@@ -1,7 +1,6 @@
 #include "tools/input/json_reader.h"
 
 #include <fmt/format.h>
-#include <rapidjson/error/error.h>
 #include <rapidjson/memorystream.h>
 #include <rapidjson/reader.h>
 
@@ -11,7 +10,6 @@
 #include "tools/input/json_value.h"
 #include "tools/model/message_types.h"
 #include "tools/text/json_allocator.h"
-#include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -22,29 +20,27 @@ using google::protobuf::Message;
 using google::protobuf::Reflection;
 using Messages = std::vector<std::unique_ptr<Message>>;
 
-constexpr std::size_t kDepthLimit = 100;
-constexpr std::size_t kShown = 24;
+constexpr std::size_t kDeepest = 100;
 
 // Builds messages from the events of the library's reader.
 class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> {
  public:
   Builder(std::string_view text, const Descriptor& type, Messages& messages)
-      : text_(text), type_(type), messages_(messages) {}
+      : text_(text), type_(type), messages_(messages), stream_(text.data(), text.size()) {}
 
-  // Reads one value that begins at the offset. Returns where it ends, unless there is a problem.
-  std::optional<std::size_t> Read(std::size_t begin) {
+  // Reads the next value. Returns where it ends, unless there is a problem.
+  std::optional<std::size_t> Read() {
     constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseStopWhenDoneFlag |
                                 rapidjson::kParseNumbersAsStringsFlag |
                                 rapidjson::kParseValidateEncodingFlag;
-    rapidjson::MemoryStream stream(text_.data() + begin, text_.size() - begin);
-    begin_ = last_ = begin;
-    stream_ = &stream;
-    const auto result = reader_.Parse<kFlags>(stream, *this);
-    if (!result) {
-      if (!problem) SyntaxProblem(result.Code(), begin + result.Offset());
-      return std::nullopt;
+    last_ = stream_.Tell();
+    const auto result = reader_.Parse<kFlags>(stream_, *this);
+    if (result) return stream_.Tell();
+    if (!problem) {
+      problem = SyntaxProblem(text_, result.Offset(), result.Code());
+      problem->path = Path(false);
     }
-    return begin + stream.Tell();
+    return std::nullopt;
   }
 
   void WatchFor(std::size_t message, std::string_view path) {
@@ -77,7 +73,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     Frame& frame = frames_.back();
     if (frame.field->is_repeated() && !frame.in_array) return Fail(start, "an array");
     if (frame.field->message_type() == nullptr) return Fail(start, ExpectedValue(*frame.field));
-    if (frames_.size() > kDepthLimit) return Fail(start, "at most 100 levels of nesting");
+    if (frames_.size() > kDeepest) return Fail(start, "at most 100 levels of nesting");
     const Reflection& reflection = *frame.message->GetReflection();
     frames_.push_back(Frame(frame.in_array
                                 ? reflection.AddMessage(frame.message, frame.field)
@@ -87,7 +83,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
   bool Key(const char* text, rapidjson::SizeType size, bool) {
     const std::size_t start = Start();
-    last_ = begin_ + stream_->Tell();
+    last_ = stream_.Tell();
     Frame& frame = frames_.back();
     const std::string_view name(text, size);
     const Descriptor& type = *frame.message->GetDescriptor();
@@ -162,7 +158,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
 
   bool Scalar(const JsonValue& value) {
     const std::size_t start = Start();
-    last_ = begin_ + stream_->Tell();
+    last_ = stream_.Tell();
     if (frames_.empty()) return Fail(start, "an object for " + type_.name());
     Frame& frame = frames_.back();
     const bool absent = value.kind == JsonValue::Kind::kNull && !frame.in_array;
@@ -195,66 +191,17 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     return path;
   }
 
-  // The token at the offset, for a person.
-  std::string Token(std::size_t offset) const {
-    if (offset >= text_.size()) return "the end of the text";
-    if (text_[offset] == '"') {
-      std::size_t end = offset + 1;
-      while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2 : 1;
-      return Quoted(text_.substr(offset + 1, end - offset - 1), kShown);
-    }
-    const std::size_t end = std::min(text_.find_first_of(" \t\r\n,:[]{}\"", offset), text_.size());
-    return Quoted(text_.substr(offset, std::max<std::size_t>(end - offset, 1)), kShown);
-  }
-
   bool Fail(std::size_t offset, std::string expected) {
-    problem = JsonProblem{offset, Path(true), Token(offset), std::move(expected)};
+    problem = JsonProblem{offset, Path(true), TokenAt(text_, offset), std::move(expected)};
     return false;
-  }
-
-  void SyntaxProblem(rapidjson::ParseErrorCode code, std::size_t offset) {
-    problem = JsonProblem{offset, Path(false), Token(offset), ""};
-    switch (code) {
-      case rapidjson::kParseErrorDocumentEmpty:
-        problem->expected = "an object for " + type_.name();
-        break;
-      case rapidjson::kParseErrorObjectMissName:
-        problem->expected = "a field name in quotes";
-        break;
-      case rapidjson::kParseErrorObjectMissColon:
-        problem->expected = "':'";
-        break;
-      case rapidjson::kParseErrorObjectMissCommaOrCurlyBracket:
-        problem->expected = "',' or '}'";
-        break;
-      case rapidjson::kParseErrorArrayMissCommaOrSquareBracket:
-        problem->expected = "',' or ']'";
-        break;
-      case rapidjson::kParseErrorStringMissQuotationMark:
-        problem->found = "the end of the text";
-        problem->expected = "a closing quote";
-        break;
-      case rapidjson::kParseErrorStringInvalidEncoding:
-        problem->found = "a byte or a control character that a string cannot have";
-        problem->expected = "UTF-8, or an escape such as \\n";
-        break;
-      case rapidjson::kParseErrorStringEscapeInvalid:
-      case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:
-      case rapidjson::kParseErrorStringUnicodeSurrogateInvalid:
-        problem->expected = "an escape such as \\n or \\u00e4";
-        break;
-      default:
-        problem->expected = "a value";
-    }
   }
 
   std::string_view text_;
   const Descriptor& type_;
   Messages& messages_;
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, JsonAllocator> reader_;
-  rapidjson::MemoryStream* stream_ = nullptr;
-  // Where the value begins, and where the last token ends.
-  std::size_t begin_ = 0;
+  rapidjson::MemoryStream stream_;
+  // Where the last token ends.
   std::size_t last_ = 0;
   std::vector<Frame> frames_;
   bool in_root_array_ = false;
@@ -274,11 +221,11 @@ std::optional<JsonProblem> ReadJson(std::string_view text, const Descriptor& typ
   std::size_t offset = SkipBlanks(text, 0);
   const bool array = offset < text.size() && text[offset] == '[';
   do {
-    const std::optional<std::size_t> end = builder.Read(offset);
+    const std::optional<std::size_t> end = builder.Read();
     if (!end) return std::move(builder.problem);
     offset = SkipBlanks(text, *end);
     if (array && offset < text.size()) {
-      return JsonProblem{offset, "", Quoted(text.substr(offset, 1)), "the end of the text"};
+      return JsonProblem{offset, "", TokenAt(text, offset), "the end of the text"};
     }
   } while (offset < text.size() && extent == JsonExtent::kAll);
   return std::nullopt;
@@ -290,7 +237,7 @@ std::size_t EndOfObject(std::string_view text, const Descriptor& type, std::size
   Builder builder(text, type, messages);
   builder.WatchFor(message, path);
   for (std::size_t offset = SkipBlanks(text, 0); offset < text.size();) {
-    const std::optional<std::size_t> end = builder.Read(offset);
+    const std::optional<std::size_t> end = builder.Read();
     if (!end) break;
     offset = SkipBlanks(text, *end);
   }

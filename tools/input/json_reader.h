@@ -7,19 +7,12 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
-namespace zorl2_inspect {
+#include "tools/input/json_problem.h"
 
-// What is wrong with a JSON text, and where.
-struct JsonProblem {
-  std::size_t offset = 0;
-  std::string path;  // Of the field.
-  std::string found;
-  std::string expected;
-};
+namespace zorl2_inspect {
 
 enum class JsonExtent {
   kAll,    // All messages: the elements of an array, or objects one after the other.

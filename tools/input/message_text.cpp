@@ -191,8 +191,11 @@ std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor&
                                      std::optional<Problem>* missing) {
   if (!input.json) return ReadText(input, type, missing);
   Messages messages = ReadJsonMessages(input, type, missing);
-  if (messages.size() == 1) return std::move(messages.front());
-  throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
+  if (messages.size() != 1) {
+    throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
+  }
+  std::unique_ptr<Message> message = std::move(messages.front());
+  return message;
 }
 
 Messages ReadMessages(const MessageText& input, const Descriptor& type) {

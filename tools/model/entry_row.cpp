@@ -37,7 +37,8 @@ RowValue Name(const pb::IntfEntry& entry) {
   if (name.empty()) return {"-"};
   std::string quoted = Quoted(name, kLongestName);
   const bool plain = quoted.size() == name.size() + 2 && name.find(' ') == std::string::npos;
-  return {plain ? name : std::move(quoted)};
+  if (plain) return {name};
+  return {std::move(quoted)};
 }
 
 RowValue Type(const pb::IntfEntry& entry) {
@@ -74,6 +75,7 @@ RowValue Protocols(const std::vector<std::string>& names, bool holds) {
 
 RowValue ShutBy(const pb::IntfEntry& entry) {
   std::vector<std::string> names;
+  names.reserve(static_cast<std::size_t>(entry.shutdownprotos_size()));
   for (int i = 0; i < entry.shutdownprotos_size(); ++i) {
     names.push_back(pb::ProtocolType_Name(entry.shutdownprotos(i)));
   }
@@ -189,10 +191,12 @@ const std::vector<EntryColumn>& EntryColumns() {
 EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
   static const std::vector<std::string> unlisted = [] {
     std::vector<std::string> paths;
+    paths.reserve(EntryColumns().size());
     for (const EntryColumn& column : EntryColumns()) paths.push_back(UnlistedPath(column.path));
     return paths;
   }();
   EntryRow row{zorl2::check::Check(entry), FindLossesBriefly(entry), {}, {}};
+  row.values.reserve(EntryColumns().size());
   std::vector<bool> seen(row.losses.size());
   for (std::size_t i = 0; i < EntryColumns().size(); ++i) {
     const EntryColumn& column = EntryColumns()[i];

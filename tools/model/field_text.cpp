@@ -69,7 +69,7 @@ std::string OneLineText(const Message& message, std::size_t limit) {
   std::string text;
   printer.PrintToString(message, &text);
   while (!text.empty() && text.back() == ' ') text.pop_back();
-  if (text.size() > limit) text = text.substr(0, limit) + "...";
+  if (text.size() > limit) text.replace(limit, text.size(), "...");
   return text;
 }
 

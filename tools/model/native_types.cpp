@@ -27,7 +27,7 @@ bool BothWays(const Message& before, Message& after) {
 }
 
 template <typename Proto, typename Native, typename Converter>
-std::vector<PathValue> Fields(const Message& message) {
+std::vector<PathValue> FieldsOf(const Message& message) {
   Native native;
   Converter().Convert(static_cast<const Proto&>(message), native);
   return NativeFields(native);
@@ -36,7 +36,7 @@ std::vector<PathValue> Fields(const Message& message) {
 template <typename Proto, typename Native, typename Converter>
 NativeType Row(const char* record, const char* converter) {
   return {Proto::descriptor(), record, converter, BothWays<Proto, Native, Converter>,
-          Fields<Proto, Native, Converter>};
+          FieldsOf<Proto, Native, Converter>};
 }
 
 const std::vector<NativeType>& NativeTypes() {

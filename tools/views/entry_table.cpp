@@ -46,6 +46,7 @@ Table EntryTable() {
 
 void AddRow(const EntryRow& row, Table& table) {
   std::vector<Cell> cells;
+  cells.reserve(row.values.size() + 1);
   for (const RowValue& value : row.values) cells.push_back(Marked(value.text, value.mark));
   cells.emplace_back(row.problem, ColourOf(Converts(row.verdict) ? Mark::kLost : Mark::kRejected));
   table.Add(std::move(cells));

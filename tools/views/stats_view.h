@@ -43,10 +43,10 @@ struct RecordSummary {
 
 // A record that is not good.
 struct BadRecord {
-  std::uint64_t number;
-  std::uint64_t offset;
-  std::uint64_t size;
-  RecordOutcome outcome;
+  std::uint64_t number = 0;
+  std::uint64_t offset = 0;
+  std::uint64_t size = 0;
+  RecordOutcome outcome = RecordOutcome::kMalformed;
   Problem problem;
 };
 

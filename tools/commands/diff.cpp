@@ -89,7 +89,8 @@ void AddDiffCommand(CLI::App& app, int& status) {
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
       "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
-      "0 equal, 1 different, or a message is damaged or lacks a field, 2 an input cannot be read.\n\n"
+      "0 equal, 1 different, or a message is damaged or lacks a field, 2 an input cannot be "
+      "read.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");

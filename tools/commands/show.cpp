@@ -146,8 +146,10 @@ void AddShowCommand(CLI::App& app, int& status) {
   AddForceOption(*command, arguments->force);
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "A value that the native record does not keep has \"!\" after it, a value because of which the\n"
-      "conversion fails has \"!!\". Exit status: 0 done, 1 a message is damaged or does not convert,\n"
+      "A value that the native record does not keep has \"!\" after it, a value because of which "
+      "the\n"
+      "conversion fails has \"!!\". Exit status: 0 done, 1 a message is damaged or does not "
+      "convert,\n"
       "2 the input cannot be read.\n\n"
       "Examples:\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"

@@ -157,7 +157,8 @@ void AddStatsCommand(CLI::App& app, int& status) {
       "Converts every message to native and back, counts types, categories, protocols, sizes and\n"
       "what the conversion changes, and lists the records that do not convert.\n\n"
       "Needs the same memory for any stream. Exit status: 0 all records are good, 1 some are not,\n"
-      "or the stream ends inside a record, 2 the input cannot be read. With --follow on a terminal\n"
+      "or the stream ends inside a record, 2 the input cannot be read. With --follow on a "
+      "terminal\n"
       "the report is refreshed; Ctrl-C prints it as it is then.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");

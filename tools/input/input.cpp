@@ -96,7 +96,7 @@ const Descriptor* TypeNamed(const std::string& type) {
 }
 
 const Descriptor* ReportInferred(const std::string& name, InputForm form,
-                               const InferredType& inferred) {
+                                 const InferredType& inferred) {
   if (inferred.type == nullptr) throw Error(name, inferred.reason, "--type");
   PrintNote(fmt::format("{}: read as {}, type {} inferred: {}", name, FormName(form),
                         inferred.type->name(), inferred.reason));
@@ -170,8 +170,8 @@ void Input::ReadWhole(const InputOptions& options) {
   if (form_ == InputForm::kJson || form_ == InputForm::kText) {
     const MessageText text{name_, WithoutMark(content), form_ == InputForm::kJson};
     if (infer_type) type_ = ReportInferred(name_, form_, InferTypeOfText(text));
-    bytes_ = ReadMessage(text, *type_, options.strict ? nullptr : &missing_)
-                 ->SerializePartialAsString();
+    bytes_ =
+        ReadMessage(text, *type_, options.strict ? nullptr : &missing_)->SerializePartialAsString();
     return;
   }
   bytes_ = form_ == InputForm::kHex ? DecodeHexOrThrow(content, name_) : std::move(content);

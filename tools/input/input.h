@@ -30,8 +30,8 @@ struct InputOptions {
   InputForm form = InputForm::kInferred;
   bool delimited = false;  // A stream of length-prefixed messages, as wire bytes or hexadecimal.
   std::size_t longest = kLongestRecord;  // A longer record of a stream is damage.
-  bool strict = true;   // A text without a required field is an error.
-  bool follow = false;  // Wait for more of a stream at its end, until Ctrl-C.
+  bool strict = true;                    // A text without a required field is an error.
+  bool follow = false;                   // Wait for more of a stream at its end, until Ctrl-C.
   // Called before the tool waits for more of a stream. May be empty.
   std::function<void()> before_wait;
 };
@@ -44,7 +44,7 @@ std::string ReadInput(const std::string& file);
 const google::protobuf::Descriptor* TypeNamed(const std::string& type);
 // Reports the inferred type and the reason on standard error. Throws Error if there is none.
 const google::protobuf::Descriptor* ReportInferred(const std::string& name, InputForm form,
-                                                 const InferredType& inferred);
+                                                   const InferredType& inferred);
 
 // One message of an input, or one damaged place.
 struct Record {

@@ -25,7 +25,8 @@ RecordStream::RecordStream(int descriptor, Options options)
     : descriptor_(descriptor), options_(std::move(options)), buffer_(kBufferSize) {}
 
 void RecordStream::Fill() {
-  if (options_.before_wait && !HasInput(descriptor_, std::chrono::milliseconds(0))) options_.before_wait();
+  if (options_.before_wait && !HasInput(descriptor_, std::chrono::milliseconds(0)))
+    options_.before_wait();
   if (options_.follow) {
     // A signal that arrives before a read would not end it.
     while (!Interrupted() && !HasInput(descriptor_, kPause)) continue;

@@ -23,8 +23,8 @@ class RecordStream {
   };
 
   struct Options {
-    std::size_t longest;  // No longer record is ever held.
-    bool follow = false;  // Wait at the end for more, until Interrupted().
+    std::size_t longest;                // No longer record is ever held.
+    bool follow = false;                // Wait at the end for more, until Interrupted().
     std::function<void()> before_wait;  // Called before the stream waits. May be empty.
   };
 

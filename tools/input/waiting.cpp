@@ -24,9 +24,7 @@ bool CanGrow(int descriptor) {
   return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-void Pause(std::chrono::milliseconds time) {
-  poll(nullptr, 0, static_cast<int>(time.count()));
-}
+void Pause(std::chrono::milliseconds time) { poll(nullptr, 0, static_cast<int>(time.count())); }
 
 void CatchInterrupts() {
   struct sigaction action {};

@@ -159,7 +159,8 @@ std::vector<CountSection> EntryCounts::Sections() const {
   AddSection(
       &out, "operations",
       {{"operations", operations_}, {"collecting", collecting_}, {"distributing", distributing_}});
-  for (const auto& [title, counts] : fields_) out.push_back({title, {counts.begin(), counts.end()}});
+  for (const auto& [title, counts] : fields_)
+    out.push_back({title, {counts.begin(), counts.end()}});
   return out;
 }
 

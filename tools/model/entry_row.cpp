@@ -203,7 +203,8 @@ EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
     RowValue value = column.value(entry);
     const Mark mark = MarkOf(row, column, unlisted[i], seen);
     if (mark != Mark::kNone) value.mark = mark;
-    if (mark == Mark::kRejected && value.text == "-") value.text = UnlistedValue(entry, unlisted[i]);
+    if (mark == Mark::kRejected && value.text == "-")
+      value.text = UnlistedValue(entry, unlisted[i]);
     row.values.push_back(std::move(value));
   }
   row.problem = ProblemOf(row, seen);

@@ -20,8 +20,7 @@ struct UnknownValue {
 };
 
 // The first `most` of the message and all messages in it.
-std::vector<UnknownValue> UnknownValues(const google::protobuf::Message& message,
-                                        std::size_t most);
+std::vector<UnknownValue> UnknownValues(const google::protobuf::Message& message, std::size_t most);
 
 // How many there are.
 std::size_t CountUnknown(const google::protobuf::Message& message);

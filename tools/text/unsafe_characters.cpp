@@ -36,7 +36,8 @@ std::size_t SequenceLength(unsigned char lead) {
 std::uint32_t CodePoint(std::string_view sequence) {
   const auto lead = static_cast<unsigned char>(sequence[0]);
   std::uint32_t point = sequence.size() == 1 ? lead : lead & (0x7fU >> sequence.size());
-  for (const char c : sequence.substr(1)) point = point << 6 | (static_cast<unsigned char>(c) & 0x3f);
+  for (const char c : sequence.substr(1))
+    point = point << 6 | (static_cast<unsigned char>(c) & 0x3f);
   return point;
 }
 
@@ -51,9 +52,8 @@ std::size_t SafeCharacter(std::string_view text) {
     return 0;
   }
   const std::uint32_t point = CodePoint(sequence);
-  const auto* const range =
-      std::find_if(std::begin(kUnsafe), std::end(kUnsafe),
-                   [point](const Range& one) { return point <= one.last; });
+  const auto* const range = std::find_if(std::begin(kUnsafe), std::end(kUnsafe),
+                                         [point](const Range& one) { return point <= one.last; });
   const bool unsafe = range != std::end(kUnsafe) && point >= range->first;
   return unsafe ? 0 : sequence.size();
 }

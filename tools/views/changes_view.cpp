@@ -78,7 +78,8 @@ std::string Elements(std::size_t count) {
 
 std::size_t CountOf(const DiffResult& result, Kind kind) {
   std::size_t count = 0;
-  for (const ElementChange& change : result.changes) count += change.is_element && change.kind == kind ? 1 : 0;
+  for (const ElementChange& change : result.changes)
+    count += change.is_element && change.kind == kind ? 1 : 0;
   return count;
 }
 
@@ -118,10 +119,10 @@ void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResul
     return;
   }
   out.Print("{}\n{}\n\n",
-            paint(Colour::kRed,
-                  fmt::format("--- {} ({})", Printable(before.name), Elements(result.elements_before))),
-            paint(Colour::kGreen,
-                  fmt::format("+++ {} ({})", Printable(after.name), Elements(result.elements_after))));
+            paint(Colour::kRed, fmt::format("--- {} ({})", Printable(before.name),
+                                            Elements(result.elements_before))),
+            paint(Colour::kGreen, fmt::format("+++ {} ({})", Printable(after.name),
+                                              Elements(result.elements_after))));
   for (const ElementChange& change : result.changes) {
     static const char* const kMarks[] = {"+", "-", "~"};
     const Message& shown = change.after != nullptr ? *change.after : *change.before;

@@ -111,8 +111,7 @@ void PrintList(const pb::IntfEntryList& list, const std::string& title, Output& 
   out.Print("for client {:#x}, protocol {}, token {}, categories{}\n\n", client.clientaddress(),
             PresentValue(client, *client.GetDescriptor()->FindFieldByNumber(
                                      pb::InformationClient::kProtocolTypeFieldNumber)),
-            Quoted(client.token(), 40),
-            Categories(client.intfcategory()));
+            Quoted(client.token(), 40), Categories(client.intfcategory()));
   Table table = EntryTable();
   Legend legend;
   for (const pb::IntfEntry& entry : list.intfentry()) {
@@ -160,7 +159,8 @@ void PrintSignal(const Signal& signal, Output& out, const Palette& palette) {
     const bool held = state == "shut" || state == "BLOCK_STATE_BLOCK";
     const Mark mark = MarkOf(info.zorid());
     legend.Add(mark);
-    table.Add({fmt::format("{}", i), Marked(info.has_zorid() ? DottedText(info.zorid()) : "-", mark),
+    table.Add({fmt::format("{}", i),
+               Marked(info.has_zorid() ? DottedText(info.zorid()) : "-", mark),
                PresentValue(info, *info.GetDescriptor()->FindFieldByNumber(2)),
                Cell(state, held ? Colour::kRed : Colour::kGreen)});
   }

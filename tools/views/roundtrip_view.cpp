@@ -74,16 +74,15 @@ void RoundTripView::Finish(const RoundTripSummary& summary) {
 std::string RoundTripView::Result(const RoundTripSummary& summary) const {
   std::string text;
   if (summary.rejected_records > 0) {
-    text = palette_(Colour::kMagenta, summary.is_stream
-                                          ? fmt::format("{} records rejected",
-                                                        summary.rejected_records)
-                                          : "rejected");
+    text = palette_(Colour::kMagenta,
+                    summary.is_stream ? fmt::format("{} records rejected", summary.rejected_records)
+                                      : "rejected");
     if (summary.losses == 0) return text;
     text += ", ";
   }
   if (summary.losses == 0) return palette_(Colour::kGreen, "lossless");
-  text += palette_(Colour::kYellow, fmt::format("{} difference{}", summary.losses,
-                                                summary.losses == 1 ? "" : "s"));
+  text += palette_(Colour::kYellow,
+                   fmt::format("{} difference{}", summary.losses, summary.losses == 1 ? "" : "s"));
   if (summary.is_stream) text += fmt::format(" in {} records", summary.records_with_losses);
   return text;
 }

@@ -33,8 +33,7 @@ class RoundTripView {
   // `where` is "record 3, offset 0x91f: " in a stream.
   void Report(std::uint64_t record, const std::string& where, const zorl2::check::Loss& loss);
   // Why an element does not convert.
-  void Reject(std::uint64_t record, const std::string& where,
-              const zorl2::check::Verdict& verdict);
+  void Reject(std::uint64_t record, const std::string& where, const zorl2::check::Verdict& verdict);
   void Finish(const RoundTripSummary& summary);
 
  private:

@@ -21,9 +21,7 @@ void StreamTable::Add(std::uint64_t record, const EntryRow& row) {
   if (rows_.size() >= kRowsAtOnce) Flush();
 }
 
-void StreamTable::Flush() {
-  rows_.PrintNext(out_, palette_);
-}
+void StreamTable::Flush() { rows_.PrintNext(out_, palette_); }
 
 void StreamTable::Finish() {
   Flush();

@@ -1,4 +1,4 @@
-// zorl2::check: a check followed by the conversion, and a check alone, next to the conversion.
+// What a check before the conversion costs.
 #include <string>
 #include <utility>
 
@@ -39,32 +39,29 @@ Message MessageOf(const Record& record) {
   return message;
 }
 
-// Into a record that is made each time, and into one that is filled already.
+// A check and the conversion, next to the conversion alone: into a record that is made each time,
+// and into one that is filled already.
 template <typename Converter, typename Message, typename Record>
 void Register(const std::string& name, Record (*make)()) {
-  const auto measure = [make](const std::string& case_name, bool check, bool convert, bool filled) {
-    MeasureWithThreads(case_name, [=] {
-      return [=, converter = Converter(), message = MessageOf<Converter, Message>(make()),
-              reused = make()]() mutable {
-        if (check && !zorl2::check::Check(message).rule.empty()) return;
-        if (!convert) return;
-        if (filled) {
-          converter.Convert(message, reused);
-          Keep(reused);
-        } else {
-          Record record;
-          converter.Convert(message, record);
-          Keep(record);
-        }
-      };
-    });
-  };
   for (const bool filled : {false, true}) {
-    const std::string into = filled ? "filled" : "empty";
-    measure(name + "/checked/" + into + "/convert", true, true, filled);
-    measure(name + "/checked/" + into + "/unchecked", false, true, filled);
-    measure(name + "/check/" + into + "/convert", true, false, filled);
-    measure(name + "/check/" + into + "/conversion", false, true, filled);
+    for (const bool checked : {false, true}) {
+      Measure(name + "/checked/" + (filled ? "filled" : "empty") +
+                  (checked ? "/convert" : "/unchecked"),
+              [=] {
+                return [=, converter = Converter(), message = MessageOf<Converter, Message>(make()),
+                        reused = make()]() mutable {
+                  if (checked && !zorl2::check::Check(message).rule.empty()) return;
+                  if (filled) {
+                    converter.Convert(message, reused);
+                    Keep(reused);
+                  } else {
+                    Record record;
+                    converter.Convert(message, record);
+                    Keep(record);
+                  }
+                };
+              });
+    }
   }
 }
 

@@ -1,9 +1,10 @@
-/*
+/**
+ * \file
  * Interface entry records for callers in C.
  *
- * These functions only manage memory: they neither fill the records with data nor convert them. No
- * exception ever leaves them. They keep no state: distinct records and lists may be created and
- * destroyed from any threads at once.
+ * These functions manage memory only: they do not fill records with data or convert them. They
+ * throw nothing and keep no state: several threads may create and destroy different records and
+ * lists at the same time.
  */
 #ifndef ZORL2_C_API_INTF_ENTRY_H
 #define ZORL2_C_API_INTF_ENTRY_H
@@ -11,7 +12,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-/* What a C++ caller is told: no exception leaves these functions. */
+/** Tells a C++ caller that these functions throw nothing. */
 #ifdef __cplusplus
 #define ZORL2_C_NOEXCEPT noexcept
 extern "C" {
@@ -19,63 +20,65 @@ extern "C" {
 #define ZORL2_C_NOEXCEPT
 #endif
 
-/* Marks the functions that the library exports. */
+/** Exports a function from the library. */
 #define ZORL2_C_EXPORT __attribute__((visibility("default")))
 
-/* The size of the name buffer of a record in octets, the terminator included. */
+/** The size of a name buffer in bytes, the terminator included. */
 #define ZORL2_INTF_NAME_SIZE 64
-/* The size of the physical address buffer, likewise. */
+/** The size of a physical address buffer in bytes, the terminator included. */
 #define ZORL2_PHY_ADDR_SIZE 32
-/* The size of the redundancy group's address buffer, likewise. */
+/** The size of a redundancy group's address buffer in bytes, the terminator included. */
 #define ZORL2_REDUNDANCY_GROUP_PHY_ADDR_SIZE 32
 
-/*
- * One interface. The record owns its three buffers, each a zero-terminated text. A caller may set
- * a buffer pointer to null, having lost the buffer with it, but must never point it at other
- * memory: the destroy functions free whatever is not null in the way it was allocated here.
+/**
+ * One interface. The record owns its three buffers, each a zero-terminated text. A caller may set a
+ * buffer pointer to null, which leaks the buffer, but must not point it at other memory: the
+ * destroy functions free each buffer that is not null.
  */
 typedef struct intf_entry {
-  unsigned char manager_data_1[8];  /* the manager's own; never read here */
-  char* intf_name;                  /* ZORL2_INTF_NAME_SIZE octets */
-  char* phy_addr;                   /* ZORL2_PHY_ADDR_SIZE octets */
-  unsigned char manager_data_2[8];  /* the manager's own; never read here */
-  char* redundancy_group_phy_addr;  /* ZORL2_REDUNDANCY_GROUP_PHY_ADDR_SIZE octets */
-  unsigned char manager_data_3[64]; /* the manager's own; never read here */
+  unsigned char manager_data_1[8];  /**< the manager's own; not read here */
+  char* intf_name;                  /**< ZORL2_INTF_NAME_SIZE bytes */
+  char* phy_addr;                   /**< ZORL2_PHY_ADDR_SIZE bytes */
+  unsigned char manager_data_2[8];  /**< the manager's own; not read here */
+  char* redundancy_group_phy_addr;  /**< ZORL2_REDUNDANCY_GROUP_PHY_ADDR_SIZE bytes */
+  unsigned char manager_data_3[64]; /**< the manager's own; not read here */
 } intf_entry_t;
 
-/*
- * A counted list. It owns one contiguous array of records, and each record its three buffers. A
- * record of a list is not allocated on its own: it must never go to destroy_intf_entry.
+/**
+ * A list. It owns one array of records, and each record its three buffers. A caller must not pass a
+ * record of a list to destroy_intf_entry.
  */
 typedef struct intf_entry_list {
-  intf_entry_t* entries; /* not null, also for a list of none */
-  uint32_t count;        /* the number of records in entries */
+  intf_entry_t* entries; /**< not null, even if the list is empty */
+  uint32_t count;        /**< the number of records in entries */
 } intf_entry_list_t;
 
-/*
- * A new record, zero throughout, with three buffers that hold empty texts. The caller owns it and
- * gives it to destroy_intf_entry. Never null: when memory runs out, the process ends with an
- * invalid memory access.
+/**
+ * Creates a record that is zero throughout, with three empty texts. The caller passes it to
+ * destroy_intf_entry.
+ * Returns: never null. An allocation failure is an invalid memory access.
  */
 ZORL2_C_EXPORT intf_entry_t* init_intf_entry(void) ZORL2_C_NOEXCEPT;
 
-/*
- * Frees the record at *entry with its buffers and sets *entry to null. *entry must not be null: it
- * is not tested, so that a second call through the same variable faults.
+/**
+ * Frees the record at *entry with its buffers and sets *entry to null. A null *entry is an invalid
+ * memory access, so a second call with the same variable faults.
  */
 ZORL2_C_EXPORT void destroy_intf_entry(intf_entry_t** entry) ZORL2_C_NOEXCEPT;
 
-/*
- * A new list of count records with three empty buffers each. Null, with nothing left allocated,
- * when the header or the array cannot be allocated; when a buffer cannot, the process ends with an
- * invalid memory access. The records are NOT zeroed: what is not a buffer holds no defined value
- * until the caller sets it. The list keeps the low 32 bits of count.
+/**
+ * Creates a list of `count` records with three empty texts each. The records are NOT zeroed: the
+ * members other than the buffers have no defined value until the caller sets them.
+ * Returns: null if the header or the array cannot be allocated; nothing is leaked. An allocation
+ * failure of a buffer is an invalid memory access.
+ * Lossy: the list keeps the low 32 bits of `count`.
  */
 ZORL2_C_EXPORT intf_entry_list_t* init_intf_entry_list(size_t count) ZORL2_C_NOEXCEPT;
 
-/*
- * Frees the list at *list with its records and their buffers. *list must not be null. *list is left
- * as it was: it still holds the address of the freed list, and the caller must discard it.
+/**
+ * Frees the list at *list with its records and their buffers. A null *list is an invalid memory
+ * access. *list is unchanged: it still holds the address of the freed list, and the caller must
+ * discard it.
  */
 ZORL2_C_EXPORT void destroy_intf_entry_list(intf_entry_list_t** list) ZORL2_C_NOEXCEPT;
 

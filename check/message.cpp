@@ -46,11 +46,11 @@ Verdict FindMissing(const Message& message) { return FirstFailure(message, FindM
 struct WrongIdentifier {
   int index = 0;
   int values = kOctets;
-
-  void See(int element, int element_values) {
-    if (values == kOctets && element_values != kOctets) *this = {element, element_values};
-  }
 };
+
+void KeepFirst(WrongIdentifier& wrong, int index, int values) {
+  if (wrong.values == kOctets && values != kOctets) wrong = {index, values};
+}
 
 // What is left to check of a signal in which nothing is missing.
 Verdict CheckComplete(const char* field, pb::ProtocolType protocol, const WrongIdentifier& wrong) {
@@ -71,7 +71,7 @@ Verdict CheckSignal(const Signal& signal, const char* field, bool has_protocol,
   for (int i = 0; i < count && complete; ++i) {
     const auto& element = signal.intfs(i);
     complete = element.IsInitialized();
-    wrong.See(i, element.zorid().value_size());
+    KeepFirst(wrong, i, element.zorid().value_size());
   }
   return complete ? CheckComplete(field, protocol, wrong) : FindMissing(signal);
 }
@@ -96,8 +96,9 @@ Verdict CheckDynamicSignal(const Message& signal) {
   const FieldDescriptor& intfs = Field(signal, pb::ShutStateSync::kIntfsFieldNumber);
   WrongIdentifier wrong;
   for (int i = 0; i < internal::CountOf(signal, intfs); ++i) {
-    wrong.See(
-        i, ValueCount(internal::MessageAt(signal, intfs, i), pb::ShutStateInfo::kZoridFieldNumber));
+    KeepFirst(
+        wrong, i,
+        ValueCount(internal::MessageAt(signal, intfs, i), pb::ShutStateInfo::kZoridFieldNumber));
   }
   const int number = signal.GetReflection()->GetEnumValue(signal, &protocol);
   return CheckComplete(protocol.name().c_str(), static_cast<pb::ProtocolType>(number), wrong);

@@ -1,4 +1,5 @@
 // What the conversion of a message loses.
+#include <google/protobuf/reflection.h>
 #include <google/protobuf/unknown_field_set.h>
 
 #include <algorithm>
@@ -39,48 +40,34 @@ std::string Text(const Path* path) {
 
 template <typename Generated>
 bool IsType(const Descriptor& type) {
-  return type.full_name() == Generated::descriptor()->full_name();
+  const Descriptor& generated = *Generated::descriptor();
+  return &type == &generated || type.full_name() == generated.full_name();
 }
 
-// An identifier in a message of any class.
-class Identifier {
- public:
-  explicit Identifier(const Message& message)
-      : message_(message),
-        values_(*message.GetDescriptor()->FindFieldByNumber(pb::Zorid::kValueFieldNumber)) {}
+// The values of an identifier in a message of any class.
+using Values = google::protobuf::RepeatedFieldRef<std::uint32_t>;
 
-  int count() const { return internal::CountOf(message_, values_); }
+Values ValuesOf(const Message& zorid) {
+  const FieldDescriptor* field =
+      zorid.GetDescriptor()->FindFieldByNumber(pb::Zorid::kValueFieldNumber);
+  return zorid.GetReflection()->GetRepeatedFieldRef<std::uint32_t>(zorid, field);
+}
 
-  // What the record holds: zero for a malformed identifier.
-  zorid_t Converted() const {
-    zorid_t id;
-    if (count() != kOctets) return id;
-    for (int i = 0; i < kOctets; ++i) id.octets[i] = static_cast<std::uint8_t>(Value(i));
-    return id;
+// What the record holds: zero for a malformed identifier.
+zorid_t Converted(const Values& values) {
+  zorid_t id;
+  if (values.size() != kOctets) return id;
+  for (int i = 0; i < kOctets; ++i) id.octets[i] = static_cast<std::uint8_t>(values.Get(i));
+  return id;
+}
+
+bool IsKept(const Values& values) {
+  if (values.size() != kOctets) return false;
+  for (int i = 0; i < kOctets; ++i) {
+    if (values.Get(i) > 0xff) return false;
   }
-
-  bool IsKept() const {
-    if (count() != kOctets) return false;
-    for (int i = 0; i < kOctets; ++i) {
-      if (Value(i) > 0xff) return false;
-    }
-    return true;
-  }
-
-  std::string Text() const {
-    std::vector<std::uint32_t> first;
-    for (int i = 0; i < std::min(count(), 8); ++i) first.push_back(Value(i));
-    return internal::DottedText(first, count());
-  }
-
- private:
-  std::uint32_t Value(int index) const {
-    return message_.GetReflection()->GetRepeatedUInt32(message_, &values_, index);
-  }
-
-  const Message& message_;
-  const FieldDescriptor& values_;
-};
+  return true;
+}
 
 // The interface that an element of a signal is about.
 zorid_t InterfaceOf(const Message& signal, const FieldDescriptor& intfs, int index) {
@@ -88,12 +75,12 @@ zorid_t InterfaceOf(const Message& signal, const FieldDescriptor& intfs, int ind
   // The number of the identifier is the same in both signals.
   const FieldDescriptor& zorid =
       *element.GetDescriptor()->FindFieldByNumber(pb::ShutStateInfo::kZoridFieldNumber);
-  return Identifier(internal::MessageAt(element, zorid, 0)).Converted();
+  return Converted(ValuesOf(internal::MessageAt(element, zorid, 0)));
 }
 
 // What a map makes of the elements of a signal.
 struct MergedStates {
-  // For each element the last one for its interface. Empty if each element is the only one.
+  // For each element the last one for its interface. Empty if the elements ascend strictly.
   std::vector<int> last;
   bool keeps_order = true;
 };
@@ -112,6 +99,7 @@ MergedStates Merge(const Message& signal, const FieldDescriptor& intfs) {
   if (ascending == count) return merged;
 
   std::vector<std::pair<std::uint32_t, int>> elements;
+  elements.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i) {
     elements.emplace_back(ZoridNumber(InterfaceOf(signal, intfs, i)), i);
   }
@@ -135,6 +123,7 @@ class UnknownFields {
  public:
   UnknownFields(const Message& message, const Path* path) : path_(path) {
     const auto& unknown = message.GetReflection()->GetUnknownFields(message);
+    if (unknown.empty()) return;
     for (int i = 0; i < unknown.field_count(); ++i) fields_.push_back(&unknown.field(i));
     std::stable_sort(fields_.begin(), fields_.end(),
                      [](const auto* a, const auto* b) { return a->number() < b->number(); });
@@ -248,11 +237,11 @@ class LossFinder {
   }
 
   void VisitIdentifier(const Message& message, const Path* path) {
-    const Identifier id(message);
-    if (!id.IsKept()) {
-      losses_.push_back({id.count() == kOctets ? LossKind::kNarrowed : LossKind::kReplaced,
-                         path == nullptr ? "value" : Text(path), id.Text(),
-                         internal::DottedText(id.Converted())});
+    const Values values = ValuesOf(message);
+    if (!IsKept(values)) {
+      losses_.push_back({values.size() == kOctets ? LossKind::kNarrowed : LossKind::kReplaced,
+                         path == nullptr ? "value" : Text(path), internal::DottedText(values),
+                         internal::DottedText(Converted(values))});
     }
     UnknownFields(message, path).AddRest(losses_);
   }

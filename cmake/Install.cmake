@@ -11,11 +11,12 @@ endif()
 install(TARGETS zorl2_serialize EXPORT zorl2_serializeTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library
           NAMELINK_COMPONENT development)
-install(TARGETS zorl2_host EXPORT zorl2_serializeTargets
+install(TARGETS zorl2_host zorl2_check EXPORT zorl2_serializeTargets
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(FILES ${ZORL2_NATIVE_HEADERS} DESTINATION ${headers}/native COMPONENT development)
 install(FILES ${ZORL2_CONVERT_HEADERS} DESTINATION ${headers}/convert COMPONENT development)
 install(FILES ${ZORL2_C_API_HEADERS} DESTINATION ${headers}/c_api COMPONENT development)
+install(FILES ${ZORL2_CHECK_HEADERS} DESTINATION ${headers}/check COMPONENT development)
 install(FILES ${ZORL2_GENERATED_HEADERS} DESTINATION ${headers}/serialize/protobuf
   COMPONENT development)
 install(FILES ${ZORL2_PROTO_FILES}
@@ -37,7 +38,7 @@ install(FILES ${PROJECT_BINARY_DIR}/zorl2_serializeConfig.cmake
 set(pkgconfig ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH pc_prefix /prefix/${pkgconfig} /prefix)
 string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
-foreach(module IN ITEMS zorl2_serialize zorl2_host)
+foreach(module IN ITEMS zorl2_serialize zorl2_host zorl2_check)
   configure_file(${CMAKE_CURRENT_LIST_DIR}/${module}.pc.in ${PROJECT_BINARY_DIR}/${module}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${pkgconfig} COMPONENT development)
 endforeach()

@@ -10,11 +10,16 @@ foreach(folder IN ITEMS native convert c_api)
   list(APPEND ZORL2_SOURCES ${sources})
 endforeach()
 
+file(GLOB ZORL2_CHECK_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
+     ${PROJECT_SOURCE_DIR}/check/*.h)
+
 # How every object of the library is compiled.
 add_library(zorl2_object_options INTERFACE)
 target_include_directories(zorl2_object_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_include_directories(zorl2_object_options SYSTEM INTERFACE ${ZORL2_GENERATED_DIR})
-target_link_libraries(zorl2_object_options INTERFACE protobuf::libprotobuf Boost::headers)
+target_link_libraries(zorl2_object_options INTERFACE
+  zorl2_hardening protobuf::libprotobuf Boost::headers)
+target_compile_features(zorl2_object_options INTERFACE cxx_std_17)
 target_compile_options(zorl2_object_options INTERFACE
   # Assertions stay on in every build type: without them the generated setters stop checking and
   # invalid UTF-8 is no longer reported.
@@ -22,20 +27,18 @@ target_compile_options(zorl2_object_options INTERFACE
   # Paths in assertions and fault reports are relative to the root of the sources.
   -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/= -fmacro-prefix-map=${PROJECT_BINARY_DIR}/=
   -fvisibility=hidden -fvisibility-inlines-hidden -fno-semantic-interposition -fno-plt
-  -ffunction-sections -fdata-sections
-  # An overrun buffer terminates the process.
-  -fstack-protector-strong
-  $<$<CONFIG:Release>:-U_FORTIFY_SOURCE> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+  -ffunction-sections -fdata-sections)
 
 add_library(zorl2_generated OBJECT ${ZORL2_GENERATED_SOURCES})
 target_link_libraries(zorl2_generated PRIVATE zorl2_object_options)
 target_compile_options(zorl2_generated PRIVATE -w)
+add_dependencies(zorl2_generated zorl2_schema)
 # Generated sources are made to stand alone: as one they do not compile.
 set_target_properties(zorl2_generated PROPERTIES POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
 
 add_library(zorl2_own OBJECT ${ZORL2_SOURCES})
 target_link_libraries(zorl2_own PRIVATE zorl2_object_options)
-target_sources(zorl2_own PRIVATE ${ZORL2_GENERATED_HEADERS})
+add_dependencies(zorl2_own zorl2_schema)
 # One translation unit in every build type: functions are inlined across files.
 set_target_properties(zorl2_own PROPERTIES
   POSITION_INDEPENDENT_CODE ON UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
@@ -62,11 +65,12 @@ set(installed_generated_dir ${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize/serializ
 target_include_directories(zorl2_serialize SYSTEM PUBLIC
   $<BUILD_INTERFACE:${ZORL2_GENERATED_DIR}>
   $<INSTALL_INTERFACE:$<INSTALL_PREFIX>/${installed_generated_dir}>)
-target_link_libraries(zorl2_serialize PUBLIC protobuf::libprotobuf)
+target_link_libraries(zorl2_serialize
+  PUBLIC protobuf::libprotobuf PRIVATE $<BUILD_INTERFACE:zorl2_hardening>)
 add_dependencies(zorl2_serialize zorl2_own)
 # All symbols are bound at load, so the host functions must be defined by then.
 target_link_options(zorl2_serialize PRIVATE
   # The runtime cannot unregister descriptors: once loaded, the library stays.
   LINKER:-z,nodelete
-  LINKER:-Bsymbolic-functions LINKER:--gc-sections LINKER:-z,relro LINKER:-z,now LINKER:--as-needed
+  LINKER:-Bsymbolic-functions LINKER:--gc-sections LINKER:--as-needed
   LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)

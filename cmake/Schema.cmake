@@ -22,3 +22,6 @@ add_custom_command(
   DEPENDS ${ZORL2_PROTO_FILES} ${PROJECT_SOURCE_DIR}/cmake/RunProtoc.cmake
   COMMENT "Generating the message classes"
   VERBATIM)
+# One target generates them, so that parallel builds with make run protoc once.
+add_custom_target(zorl2_schema DEPENDS
+  ${ZORL2_GENERATED_SOURCES} ${ZORL2_GENERATED_HEADERS} ${ZORL2_DESCRIPTOR_SET})

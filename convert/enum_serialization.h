@@ -1,5 +1,6 @@
-// The total translations of protocol types and block states. Pure functions: no state, no
-// exception, any thread.
+/// \file
+/// Translates protocols and block states. The functions accept every value, throw nothing and have
+/// no state.
 #pragma once
 
 #include "information_client.pb.h"
@@ -7,13 +8,16 @@
 #include "native/export.h"
 #include "native/l2_enums.h"
 
-// Each protocol by its name, L1_PROTO and L2_PROTO included; every number outside the enumeration
-// becomes PROTOCOL_UNKNOWN, which is 0 in a message.
+/// Returns the message protocol of the same name, L1_PROTO and L2_PROTO included; PROTOCOL_UNKNOWN
+/// (0) for an unlisted value.
 ZORL2_EXPORT zorl2::protobuf::ProtocolType SerializeProtocolType(ProtocolType native) noexcept;
-// The same towards the native side, where PROTOCOL_UNKNOWN is 12.
+
+/// Returns the native protocol of the same name, L1_PROTO and L2_PROTO included; PROTOCOL_UNKNOWN
+/// (12) for an unlisted value.
 ZORL2_EXPORT ProtocolType DeserializeProtocolType(zorl2::protobuf::ProtocolType message) noexcept;
 
-// BLOCK_STATE_BLOCK for 1; BLOCK_STATE_FORWARD for every other number.
+/// Returns BLOCK_STATE_BLOCK for 1 and BLOCK_STATE_FORWARD for every other value.
 ZORL2_EXPORT zorl2::protobuf::BlockState SerializeBlockState(BlockState native) noexcept;
-// The same towards the native side.
+
+/// Returns BLOCK_STATE_BLOCK for 1 and BLOCK_STATE_FORWARD for every other value.
 ZORL2_EXPORT BlockState DeserializeBlockState(zorl2::protobuf::BlockState message) noexcept;

@@ -1,4 +1,5 @@
-// Registrations of information clients.
+/// \file
+/// Converts registrations of information clients.
 #pragma once
 
 #include "convert/converter.h"
@@ -9,24 +10,25 @@
 extern template class ZORL2_EXPORT
     Converter<zorl2::protobuf::InformationClient, ZORL2InfoClientConfig>;
 
-// ZORL2InfoClientConfig to and from InformationClient. A number outside the protocols becomes
-// PROTOCOL_UNKNOWN in both directions; L1_PROTO and L2_PROTO are protocols like any other here.
+/// Converts between ZORL2InfoClientConfig and InformationClient.
 class ZORL2_EXPORT ZORL2InfoClientConfigConverter final
     : public Converter<zorl2::protobuf::InformationClient, ZORL2InfoClientConfig> {
  public:
   ~ZORL2InfoClientConfigConverter() override;
 
-  // Returns false if a field or one of the five category flags is missing; the record then remains
-  // unchanged.
-  // Otherwise address, protocol and token are overwritten, and the categories whose flag is true
-  // are added to the set: what it held stays. A caller that wants the set to mirror the message
-  // passes an empty one. Throws nothing but std::bad_alloc, which leaves what was written before
-  // it.
+  /// Converts a message to a registration. Overwrites address, protocol and token, and adds the
+  /// categories whose flag is true: the set keeps what it held. A caller that wants the set to
+  /// mirror the message passes an empty one. Returns: false if a field or one of the five category
+  /// flags is missing; the registration is then unchanged. Throws: std::bad_alloc; the members
+  /// before the failing one are then written. Lossy: an unlisted protocol becomes PROTOCOL_UNKNOWN.
   bool Convert(const zorl2::protobuf::InformationClient& message,
                ZORL2InfoClientConfig& config) override;
 
-  // Always true. The message then has all its fields and all five flags; an element of the set that
-  // is no category is left out. Throws nothing but std::bad_alloc.
+  /// Converts a registration to a message with all fields and all five flags.
+  /// Returns: true.
+  /// Throws: std::bad_alloc; the fields before the failing one are then set.
+  /// Lossy: an unlisted protocol becomes PROTOCOL_UNKNOWN; an element of the set that is no
+  /// category is left out.
   bool Convert(const ZORL2InfoClientConfig& config,
                zorl2::protobuf::InformationClient& message) override;
 };

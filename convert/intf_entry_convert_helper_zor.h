@@ -1,56 +1,62 @@
-// The parts of an interface entry, native to message.
+/// \file
+/// Converts the parts of an interface entry, native to message.
 #pragma once
 
 #include "interface_entry.pb.h"
 #include "native/export.h"
 #include "native/intf_entry.h"
 
-// Reads native records and writes messages. No state: any object, any thread.
-//
-// The enumeration functions translate a listed value to the value of the same name. An unlisted
-// one throws boost::wrapexcept<std::out_of_range> ("bimap<>: invalid key") and leaves the output as
-// it was.
-//
-// The record functions set every field of the message and do not clear it first, so unknown fields
-// of the message stay. An exception of an enumeration function or std::bad_alloc leaves what was
-// set before it.
+/// Converts nested native records and enumerations to their message counterparts.
+///
+/// The functions for records set every field of the message, in the order of the fields, and do not
+/// clear it first: unknown fields stay. After an exception the fields before the failing one are
+/// set.
+///
+/// The functions for enumerations translate a listed value to the value of the same name. For an
+/// unlisted value they throw boost::wrapexcept<std::out_of_range> ("bimap<>: invalid key") and
+/// leave the output unchanged.
+///
+/// Throws: as above, and std::bad_alloc.
+/// Thread safety: no state; any number of threads may share an object.
 class ZORL2_EXPORT IntfEntryConvertHelperZOR {
  public:
-  // The bridge port number is always present afterwards, 0 included.
+  /// Converts names and addresses. The bridge port number is always present afterwards.
   void ConvertGeneralInfo(const IntfEntry::GeneralInfo& native,
                           zorl2::protobuf::GeneralInfo& message);
-  // Each flag to the field of its name.
+  /// Converts the flags.
   void ConvertInterfaceFlags(const IntfEntry::InterfaceFlags& native,
                              zorl2::protobuf::InterfaceFlags& message);
-  // Through SerializeProtocolType and SerializeBlockState, so no number is refused.
+  /// Converts a blocking state.
+  /// Lossy: an unlisted protocol becomes PROTOCOL_UNKNOWN, a state other than 1
+  /// BLOCK_STATE_FORWARD.
   void ConvertBlockInfo(const IntfEntry::BlockInfo& native, zorl2::protobuf::BlockInfo& message);
-  // Translates the three states before it sets any field: an exception leaves the message as it
-  // was.
+  /// Converts status and speed. Translates all three states before it sets a field, so an exception
+  /// leaves the message unchanged.
   void ConvertStatusInfo(const IntfEntry::StatusInfo& native, zorl2::protobuf::StatusInfo& message);
-  // The MTU keeps the low 32 of its 64 bits. Set in the order of the fields.
+  /// Converts MTU, speed class and duplex mode.
+  /// Lossy: keeps the low 32 bits of the MTU.
   void ConvertPhysicalInfo(const IntfEntry::PhysicalInfo& native,
                            zorl2::protobuf::PhysicalInfo& message);
-  // Type, flags, VLAN type, set in this order. The nested flags are replaced as a whole, their
-  // unknown fields included.
+  /// Converts kind, flags and tags. Replaces the nested flags, their unknown fields included.
   void ConvertTypeInfo(const IntfEntry::TypeInfo& native, zorl2::protobuf::TypeInfo& message);
 
-  // The administrative status of the same name.
+  /// Translates an administrative status.
   void ConvertAdminStatus(const IntfEntry::AdminStatus& native,
                           zorl2::protobuf::AdminStatus& message);
-  // The operational status of the same name.
+  /// Translates an operational status.
   void ConvertOperationalStatus(const IntfEntry::OperationalStatus& native,
                                 zorl2::protobuf::OperationalStatus& message);
-  // The link status of the same name.
+  /// Translates a link status.
   void ConvertLinkStatus(const IntfEntry::LinkStatus& native, zorl2::protobuf::LinkStatus& message);
-  // The speed class of the same name.
+  /// Translates a speed class.
   void ConvertEthernetSpeed(const IntfEntry::EthernetSpeed& native,
                             zorl2::protobuf::EthernetSpeed& message);
-  // The duplex mode of the same name.
+  /// Translates a duplex mode.
   void ConvertDuplexMode(const IntfEntry::EthernetDuplexMode& native,
                          zorl2::protobuf::EthernetDuplexMode& message);
-  // The interface type of the same name.
+  /// Translates an interface type.
   void ConvertInterfaceType(const IntfEntry::InterfaceType& native,
                             zorl2::protobuf::InterfaceType& message);
-  // The VLAN type of the same name.
+  /// Translates a VLAN type.
   void ConvertVlanType(const IntfEntry::VlanType& native, zorl2::protobuf::VlanType& message);
 };

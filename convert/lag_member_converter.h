@@ -1,4 +1,5 @@
-// Operations on the members of an aggregation.
+/// \file
+/// Converts member operations of link aggregations.
 #pragma once
 
 #include "convert/converter.h"
@@ -9,21 +10,23 @@
 extern template class ZORL2_EXPORT
     Converter<zorl2::protobuf::LagMemberOperationProto, LagMemberOperation>;
 
-// LagMemberOperation to and from LagMemberOperationProto. The manager's own 32 bits of the record
-// are neither read nor written.
+/// Converts between LagMemberOperation and LagMemberOperationProto. Neither direction reads or
+/// writes `managerData`.
 class ZORL2_EXPORT LagMemberConverter final
     : public Converter<zorl2::protobuf::LagMemberOperationProto, LagMemberOperation> {
  public:
   ~LagMemberConverter() override;
 
-  // False when one of the two identifiers is absent or does not hold exactly four values; the whole
-  // record is then as it was, both identifiers included. An absent token becomes 0, an absent flag
-  // false. Never throws.
+  /// Converts a message to an operation.
+  /// Returns: false if an identifier is absent or does not have exactly four values; the operation
+  /// is then unchanged. Throws: nothing. Lossy: an absent token becomes 0, an absent flag false;
+  /// each value of an identifier keeps its low 8 bits.
   bool Convert(const zorl2::protobuf::LagMemberOperationProto& message,
                LagMemberOperation& operation) override;
 
-  // Always true. The message then has all five fields, zero and false included, so that an absent
-  // field does not come back absent. Throws nothing but std::bad_alloc.
+  /// Converts an operation to a message with all five fields.
+  /// Returns: true.
+  /// Throws: std::bad_alloc; the fields before the failing one are then set.
   bool Convert(const LagMemberOperation& operation,
                zorl2::protobuf::LagMemberOperationProto& message) override;
 };

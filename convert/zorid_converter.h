@@ -1,4 +1,5 @@
-// Interface identifiers.
+/// \file
+/// Converts interface identifiers.
 #pragma once
 
 #include "convert/converter.h"
@@ -8,16 +9,19 @@
 
 extern template class ZORL2_EXPORT Converter<zorl2::protobuf::Zorid, zorid_t>;
 
-// zorid_t to and from Zorid, whose value list holds the four octets in their order.
+/// Converts between zorid_t and Zorid, whose four values are the four octets in their order.
 class ZORL2_EXPORT ZORIDConverter final : public Converter<zorl2::protobuf::Zorid, zorid_t> {
  public:
   ~ZORIDConverter() override;
 
-  // False unless the message holds exactly four values; the identifier is then all zero, not what
-  // it was. Of each value the low 8 bits are taken, without a check. Never throws.
+  /// Converts a message to an identifier.
+  /// Returns: false, and zeroes the identifier, if the message does not have exactly four values.
+  /// Throws: nothing.
+  /// Lossy: keeps the low 8 bits of each value.
   bool Convert(const zorl2::protobuf::Zorid& message, zorid_t& id) override;
 
-  // The message then holds exactly four values, each below 256. Always true. Throws nothing but
-  // std::bad_alloc, which leaves the message cleared.
+  /// Converts an identifier to a message with exactly four values, each below 256.
+  /// Returns: true.
+  /// Throws: std::bad_alloc; the message is then cleared.
   bool Convert(const zorid_t& id, zorl2::protobuf::Zorid& message) override;
 };

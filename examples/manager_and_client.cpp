@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "check/check.h"
 #include "convert/intf_entry_converter.h"
 #include "convert/intf_state_converter.h"
 #include "native/intf_entry_builder.h"
@@ -43,13 +44,13 @@ static bool Receive(io::FileInputStream& stream, google::protobuf::Message& mess
   return google::protobuf::util::ParseDelimitedFromZeroCopyStream(&message, &stream, &clean_eof);
 }
 
-// A malformed identifier in a state signal ends the process. Who must survive one looks first.
-template <typename Sync>
-static bool IdentifiersAreWhole(const Sync& message) {
-  for (const auto& info : message.intfs()) {
-    if (info.zorid().value_size() != 4) return false;
-  }
-  return true;
+// A malformed identifier in a state signal ends the process, so the client checks each signal
+// first.
+static bool Converts(const google::protobuf::Message& message) {
+  const zorl2::check::Verdict verdict = zorl2::check::Check(message);
+  if (verdict.outcome == zorl2::check::Outcome::kConverts) return true;
+  std::printf("client:  %s: %s\n", verdict.field.c_str(), verdict.reason.c_str());
+  return false;
 }
 
 static const zorid_t kPort = {{10, 0, 0, 1}};
@@ -94,14 +95,14 @@ static int Client(int fd) {
                   static_cast<unsigned long long>(entry.getPhysicalInfo().intf_mtu));
     } else if (kind == Kind::kShutState) {
       pb::ShutStateSync message;
-      if (!Receive(stream, message) || !IdentifiersAreWhole(message)) return 1;
+      if (!Receive(stream, message) || !Converts(message)) return 1;
       // Merges: what the message does not name stays as it was.
       if (!ShutStateConverter().Convert(message, shut)) return 1;
       std::printf("client:  protocol %d %s the port\n", shut.protocol,
                   shut.shutStates.at(kPort) ? "shuts" : "releases");
     } else if (kind == Kind::kBlockState) {
       pb::BlockStateSync message;
-      if (!Receive(stream, message) || !IdentifiersAreWhole(message)) return 1;
+      if (!Receive(stream, message) || !Converts(message)) return 1;
       if (!BlockStateConverter().Convert(message, block)) return 1;
       std::printf("client:  protocol %d %s the port\n", block.protocol,
                   block.blockStates.at(kPort) == BLOCK_STATE_BLOCK ? "blocks" : "opens");

@@ -5,7 +5,7 @@
 #include "convert/intf_entry_converter.h"
 #include "fuzz/harness.h"
 #include "native/intf_entry_builder.h"
-#include "tests/reliability/part_converters.h"
+#include "tests/differential/part_converters.h"
 
 namespace pb = zorl2::protobuf;
 

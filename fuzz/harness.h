@@ -9,8 +9,8 @@
 #include <string>
 
 #include "native/pvex_fault.h"
-#include "tests/reliability/compare.h"
-#include "tests/reliability/generate.h"
+#include "tests/differential/compare.h"
+#include "tests/differential/generate.h"
 
 namespace proof {
 

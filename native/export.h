@@ -1,5 +1,6 @@
-// Visibility. The library hides everything by default.
+/// \file
+/// The visibility of public declarations. The library hides everything else.
 #pragma once
 
-// Marks a declaration of a public header that the library exports.
+/// Exports a declaration from the library.
 #define ZORL2_EXPORT __attribute__((visibility("default")))

@@ -1,4 +1,5 @@
-// The registration of one client of the manager's information service.
+/// \file
+/// The registration of one client of the manager's information service.
 #pragma once
 
 #include <cstdint>
@@ -8,14 +9,14 @@
 #include "native/export.h"
 #include "native/l2_enums.h"
 
-// Plain data that owns its set and its token.
+/// A registration. Plain data that owns its set and its token.
 struct ZORL2_EXPORT ZORL2InfoClientConfig {
-  // The protocol on whose behalf the client acts.
+  /// The protocol for which the client acts.
   ProtocolType protocolType = LLDP;
-  // The categories of interface that the client wants to hear about, ascending.
+  /// The categories of interface that the client subscribes to.
   std::set<InterfaceCategory> interfaceCategories;
-  // Opaque: carried unchanged, all 64 bits of it.
+  /// Opaque: conversions carry all 64 bits unchanged.
   std::uint64_t clientAddress = 0;
-  // Opaque: carried unchanged, zero octets included.
+  /// Opaque: conversions carry every byte unchanged, zero bytes included.
   std::string token;
 };

@@ -1,49 +1,50 @@
-// The only writer of IntfEntry.
+/// \file
+/// Builds interface entries.
 #pragma once
 
 #include "native/export.h"
 #include "native/intf_entry.h"
 
-// Holds one entry under construction. Every operation takes effect at once and returns the builder
-// itself, so that calls chain. Nothing is validated: any number, any enumeration value, empty
-// strings and lists are accepted. The names are the manager's own: only the two list operations
-// accumulate, every other add replaces.
-//
-// An operation throws nothing but std::bad_alloc. One thread at a time uses a builder; the entries
-// that it hands out share nothing with it.
+/// Holds one entry and writes its members. Every operation takes effect at once and returns the
+/// builder, so that calls chain. The builder validates nothing: it accepts any number, any
+/// enumeration value, empty strings and empty lists. Only addShutdownProto and addBlockInfo
+/// accumulate; every other operation replaces.
+///
+/// Throws: only std::bad_alloc.
+/// Thread safety: one thread at a time; the entries that Build returns share nothing with the
+/// builder.
 class ZORL2_EXPORT IntfEntryBuilder {
  public:
-  // Starts from an empty entry, zero throughout.
+  /// Starts with an empty entry, all of its numbers zero.
   IntfEntryBuilder() = default;
 
-  // Starts from an entry whose strings and list nodes are taken over without a copy. The argument
-  // is left with empty strings and lists and keeps its identifiers, numbers and flags. Never
-  // throws.
-  // Implicit, so that a builder can be initialised from an entry with an equals sign.
+  /// Starts with the argument, whose strings and list nodes it takes over. The argument keeps its
+  /// identifiers, numbers and flags; its strings and lists are empty afterwards. Implicit, so that
+  /// a builder can be initialised from an entry with an equals sign. Throws: nothing.
   IntfEntryBuilder(IntfEntry&& start);  // NOLINT(google-explicit-constructor)
 
-  // Replaces the interface's own identifier.
+  /// Replaces the interface's own identifier.
   IntfEntryBuilder& addZorId(const zorid_t& id);
-  // Replaces the parent's identifier.
+  /// Replaces the parent's identifier.
   IntfEntryBuilder& addParent(const zorid_t& parent);
-  // Replaces all five members. When memory runs out, the strings assigned before stay assigned.
+  /// Replaces all five members. After std::bad_alloc the strings before the failing one are
+  /// replaced.
   IntfEntryBuilder& addGeneralInfo(const IntfEntry::GeneralInfo& generalInfo);
-  // Replaces all seven members.
+  /// Replaces all seven members.
   IntfEntryBuilder& addStatusInfo(const IntfEntry::StatusInfo& statusInfo);
-  // Replaces all three members.
+  /// Replaces all three members.
   IntfEntryBuilder& addPhysicalInfo(const IntfEntry::PhysicalInfo& physicalInfo);
-  // Replaces all three members, the flags included.
+  /// Replaces all three members, the flags included.
   IntfEntryBuilder& addTypeInfo(const IntfEntry::TypeInfo& typeInfo);
-  // Appends one element, also when the list holds an equal one. Adds nothing when memory runs out.
+  /// Appends the protocol, even if the list has it. After std::bad_alloc the list is unchanged.
   IntfEntryBuilder& addShutdownProto(ProtocolType protocol);
-  // Appends a copy, also when the list names the protocol already. Adds nothing when memory runs
-  // out.
+  /// Appends a copy, even if the list has the protocol. After std::bad_alloc the list is unchanged.
   IntfEntryBuilder& addBlockInfo(const IntfEntry::BlockInfo& blockInfo);
-  // Replaces the category.
+  /// Replaces the category.
   IntfEntryBuilder& setInterfaceCategory(InterfaceCategory category);
 
-  // A copy of the entry as it stands, with strings and list nodes of its own. The builder keeps its
-  // entry and may be used on, also after std::bad_alloc.
+  /// Returns a copy of the entry, with strings and list nodes of its own. The builder keeps its
+  /// entry and can be used again, also after std::bad_alloc.
   IntfEntry Build();
 
  private:

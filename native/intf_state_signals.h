@@ -1,4 +1,5 @@
-// What one protocol asks of a set of interfaces: to be shut or released, blocked or forwarding.
+/// \file
+/// What one protocol asks of a set of interfaces: to be shut or released, blocked or forwarding.
 #pragma once
 
 #include <map>
@@ -7,19 +8,18 @@
 #include "native/l2_enums.h"
 #include "native/zorid.h"
 
-// The shutdown signal. The map is kept in the ordering of the identifiers and holds at most one
-// entry per interface.
+/// A shutdown signal.
 struct ZORL2_EXPORT ShutStateInfoSyncSignal {
-  // True when the protocol holds the interface shut, false when it releases it.
+  /// For each interface: true if the protocol shuts it down, false if the protocol releases it.
   std::map<zorid_t, bool> shutStates;
-  // The protocol on whose behalf the signal is sent.
+  /// The protocol that sends the signal.
   ProtocolType protocol = LLDP;
 };
 
-// The blocking signal, kept likewise.
+/// A blocking signal.
 struct ZORL2_EXPORT BlockStateInfoSyncSignal {
-  // What the protocol imposes on each interface.
+  /// For each interface: the state that the protocol imposes.
   std::map<zorid_t, BlockState> blockStates;
-  // The protocol on whose behalf the signal is sent.
+  /// The protocol that sends the signal.
   ProtocolType protocol = LLDP;
 };

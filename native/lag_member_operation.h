@@ -1,4 +1,5 @@
-// An operation on one member port of a link aggregation.
+/// \file
+/// An operation on one member port of a link aggregation.
 #pragma once
 
 #include <cstdint>
@@ -6,18 +7,18 @@
 #include "native/export.h"
 #include "native/zorid.h"
 
-// Plain data, 24 octets. The manager shares the order and the widths of the members.
+/// A member operation. Plain data of 24 bytes; the manager shares the layout.
 struct ZORL2_EXPORT LagMemberOperation {
-  // The aggregation.
+  /// The aggregation.
   zorid_t lag;
-  // The member port.
+  /// The member port.
   zorid_t member;
-  // Opaque: carried unchanged for the requester, all 64 bits of it.
+  /// Opaque: conversions carry all 64 bits unchanged.
   std::uint64_t token = 0;
-  // The manager's own 32 bits. Not part of the message: no conversion reads or writes them.
+  /// The manager's own 32 bits. No message carries them, and no conversion reads or writes them.
   std::uint32_t managerData = 0;
-  // The member receives frames of the aggregation.
+  /// Whether the member receives frames of the aggregation.
   bool collecting = false;
-  // The member sends frames of the aggregation.
+  /// Whether the member sends frames of the aggregation.
   bool distributing = false;
 };

@@ -1,5 +1,6 @@
 #include "check/internal/loss_text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
@@ -28,19 +29,25 @@ std::string QuotedText(std::string_view bytes) {
 }  // namespace
 
 std::string DottedText(const zorid_t& id) {
-  return DottedText({id.octets[0], id.octets[1], id.octets[2], id.octets[3]}, 4);
+  std::string text;
+  for (const std::uint8_t octet : id.octets) {
+    if (!text.empty()) text += '.';
+    text += std::to_string(octet);
+  }
+  return text;
 }
 
-std::string DottedText(const std::vector<std::uint32_t>& first_values, int count) {
+std::string DottedText(const google::protobuf::RepeatedFieldRef<std::uint32_t>& values) {
+  constexpr int kMost = 8;
   std::string text;
-  for (const std::uint32_t value : first_values) {
-    if (!text.empty()) text += '.';
-    text += std::to_string(value);
+  for (int i = 0; i < std::min(values.size(), kMost); ++i) {
+    if (i > 0) text += '.';
+    text += std::to_string(values.Get(i));
   }
-  if (count == 4) return text;
-  if (static_cast<std::size_t>(count) > first_values.size()) text += "...";
+  if (values.size() == 4) return text;
+  if (values.size() > kMost) text += "...";
   if (!text.empty()) text += ' ';
-  return text + "(" + std::to_string(count) + (count == 1 ? " value)" : " values)");
+  return text + "(" + std::to_string(values.size()) + (values.size() == 1 ? " value)" : " values)");
 }
 
 std::string UnknownText(const UnknownField& field) {

@@ -2,6 +2,7 @@
 
 #include <google/protobuf/unknown_field_set.h>
 
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -73,15 +74,24 @@ constexpr EnumerationField kEnumerationFields[] = {
      [](const IntfEntry& r) -> int { return r.getInterfaceCategory(); }},
 };
 
-template <auto kValue, typename Entry>
-Verdict CheckEnumerationsOf(const Entry& entry) {
-  for (const EnumerationField& field : kEnumerationFields) {
-    const int value = (field.*kValue)(entry);
-    if (value >= 0 && value <= field.last) continue;
-    return {Outcome::kThrows, field.rule, field.path, UnlistedText(value, 0, field.last)};
-  }
-  return {};
+template <auto kValue, std::size_t kIndex, typename Entry>
+bool IsListed(const Entry& entry) {
+  constexpr EnumerationField kField = kEnumerationFields[kIndex];
+  const int value = (kField.*kValue)(entry);
+  return value >= 0 && value <= kField.last;
 }
+
+// Expanded for each row, so that no value is read through a pointer.
+template <auto kValue, typename Entry, std::size_t... kIndices>
+Verdict CheckEnumerationsOf(const Entry& entry, std::index_sequence<kIndices...>) {
+  std::size_t failed = 0;
+  if (((failed = kIndices, IsListed<kValue, kIndices>(entry)) && ...)) return {};
+  const EnumerationField& field = kEnumerationFields[failed];
+  return {Outcome::kThrows, field.rule, field.path,
+          UnlistedText((field.*kValue)(entry), 0, field.last)};
+}
+
+using EveryField = std::make_index_sequence<std::size(kEnumerationFields)>;
 
 }  // namespace
 
@@ -128,11 +138,11 @@ Verdict CheckSignalProtocol(const char* field, int number, bool is_listed,
 }
 
 Verdict CheckEnumerations(const pb::IntfEntry& message) {
-  return CheckEnumerationsOf<&EnumerationField::in_message>(message);
+  return CheckEnumerationsOf<&EnumerationField::in_message>(message, EveryField{});
 }
 
 Verdict CheckEnumerations(const IntfEntry& record) {
-  return CheckEnumerationsOf<&EnumerationField::in_record>(record);
+  return CheckEnumerationsOf<&EnumerationField::in_record>(record, EveryField{});
 }
 
 }  // namespace zorl2::check::internal

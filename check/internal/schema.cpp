@@ -1,5 +1,7 @@
 #include "check/internal/schema.h"
 
+#include <array>
+
 #include "information_client.pb.h"
 #include "interface_entry.pb.h"
 #include "intf_state.pb.h"
@@ -42,21 +44,40 @@ bool IsSame(const Descriptor* type, const Descriptor* model) {
   return true;
 }
 
-}  // namespace
+struct RecordTypeRow {
+  const Descriptor* descriptor;
+  RecordType record_type;
+};
 
-RecordType RecordTypeOf(const Descriptor& type) {
-  static const struct {
-    const Descriptor* descriptor;
-    RecordType record_type;
-  } kTypes[] = {
+const std::array<RecordTypeRow, 6>& RecordTypes() {
+  static const std::array<RecordTypeRow, 6> types = {{
       {pb::Zorid::descriptor(), RecordType::kZorid},
       {pb::IntfEntry::descriptor(), RecordType::kIntfEntry},
       {pb::ShutStateSync::descriptor(), RecordType::kShutStateSync},
       {pb::BlockStateSync::descriptor(), RecordType::kBlockStateSync},
       {pb::InformationClient::descriptor(), RecordType::kInformationClient},
       {pb::LagMemberOperationProto::descriptor(), RecordType::kLagMemberOperation},
-  };
-  for (const auto& [descriptor, record_type] : kTypes) {
+  }};
+  return types;
+}
+
+// The runtime builds descriptors at their first use. Used here, while the program is loaded, they
+// cost a check no allocation.
+[[maybe_unused]] const bool kDescriptorsAreBuilt = [] {
+  for (const RecordTypeRow& row : RecordTypes()) {
+    const google::protobuf::FileDescriptor& file = *row.descriptor->file();
+    for (int i = 0; i < file.message_type_count(); ++i) {
+      const Descriptor& type = *file.message_type(i);
+      for (int j = 0; j < type.field_count(); ++j) static_cast<void>(type.field(j)->type());
+    }
+  }
+  return true;
+}();
+
+}  // namespace
+
+RecordType RecordTypeOf(const Descriptor& type) {
+  for (const auto& [descriptor, record_type] : RecordTypes()) {
     if (IsSame(&type, descriptor)) return record_type;
   }
   return RecordType::kNone;

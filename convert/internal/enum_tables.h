@@ -1,5 +1,5 @@
-// Not installed. The seven enumerations nested in IntfEntry and the category: each message value with
-// its native value, in one list that both directions read.
+// Not installed. The seven enumerations nested in IntfEntry and the category: each message value
+// with its native value, in one list that both directions read.
 #pragma once
 
 #include <boost/throw_exception.hpp>

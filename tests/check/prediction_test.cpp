@@ -10,7 +10,7 @@
 
 #include "native/pvex_fault.h"
 #include "tests/check/predict.h"
-#include "tests/reliability/generate.h"
+#include "tests/differential/generate.h"
 
 namespace pb = zorl2::protobuf;
 

@@ -1,9 +1,9 @@
+// The four functions that translate every number.
 #include "convert/enum_serialization.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <type_traits>
 
 #include "tests/support/enum_numbers.h"
 
@@ -13,12 +13,16 @@ using zorl2_test::NumbersOutside;
 
 namespace {
 
-// The thirteen protocols: the number in a message, the native number.
-struct Row {
+static_assert(noexcept(SerializeProtocolType(LLDP)));
+static_assert(noexcept(DeserializeProtocolType(pb::LLDP)));
+static_assert(noexcept(SerializeBlockState(BLOCK_STATE_BLOCK)));
+static_assert(noexcept(DeserializeBlockState(pb::BLOCK_STATE_BLOCK)));
+
+// The thirteen protocols: the value in a message, the native value.
+constexpr struct {
   pb::ProtocolType message;
   ProtocolType native;
-};
-constexpr Row kProtocols[] = {
+} kProtocols[] = {
     {pb::PROTOCOL_UNKNOWN, PROTOCOL_UNKNOWN},
     {pb::LLDP, LLDP},
     {pb::L2VM, L2VM},
@@ -34,61 +38,30 @@ constexpr Row kProtocols[] = {
     {pb::BACKUPLINK, BACKUPLINK},
 };
 
-TEST(EnumSerialization, EveryProtocolByItsName) {
-  EXPECT_EQ(std::size(kProtocols), 13U);
-  for (const Row& row : kProtocols) {
+TEST(EnumSerialization, EveryProtocolBecomesTheProtocolOfItsName) {
+  static_assert(std::size(kProtocols) == 13 && pb::ProtocolType_MAX == 12);
+  for (const auto& row : kProtocols) {
     EXPECT_EQ(SerializeProtocolType(row.native), row.message) << row.native;
     EXPECT_EQ(DeserializeProtocolType(row.message), row.native) << row.message;
   }
 }
 
-TEST(EnumSerialization, EveryProtocolByItsNumber) {
-  for (int number = 0; number <= 11; ++number) {
-    EXPECT_EQ(SerializeProtocolType(static_cast<ProtocolType>(number)), number + 1);
-    EXPECT_EQ(DeserializeProtocolType(static_cast<pb::ProtocolType>(number + 1)), number);
-  }
-  EXPECT_EQ(SerializeProtocolType(static_cast<ProtocolType>(12)), 0);
-  EXPECT_EQ(DeserializeProtocolType(static_cast<pb::ProtocolType>(0)), 12);
-}
-
-TEST(EnumSerialization, TheTwoProtocolsThatStateSignalsRefuseAreTranslatedHere) {
-  EXPECT_EQ(SerializeProtocolType(static_cast<ProtocolType>(9)), pb::L1_PROTO);
-  EXPECT_EQ(SerializeProtocolType(static_cast<ProtocolType>(10)), pb::L2_PROTO);
-  EXPECT_EQ(DeserializeProtocolType(pb::L1_PROTO), static_cast<ProtocolType>(9));
-  EXPECT_EQ(DeserializeProtocolType(pb::L2_PROTO), static_cast<ProtocolType>(10));
-}
-
-TEST(EnumSerialization, EveryOtherNumberIsTheUnknownProtocol) {
+TEST(EnumSerialization, AnUnlistedProtocolBecomesTheUnknownProtocol) {
   for (const std::int32_t number : NumbersOutside(13)) {
     EXPECT_EQ(SerializeProtocolType(static_cast<ProtocolType>(number)), 0) << number;
     EXPECT_EQ(DeserializeProtocolType(static_cast<pb::ProtocolType>(number)), 12) << number;
   }
-  EXPECT_EQ(SerializeProtocolType(static_cast<ProtocolType>(-13)), 0);
-  EXPECT_EQ(DeserializeProtocolType(static_cast<pb::ProtocolType>(-12)), 12);
 }
 
-TEST(EnumSerialization, BothBlockStatesByName) {
-  EXPECT_EQ(SerializeBlockState(BLOCK_STATE_FORWARD), pb::BLOCK_STATE_FORWARD);
+TEST(EnumSerialization, ABlockStateOtherThanOneBecomesForwarding) {
   EXPECT_EQ(SerializeBlockState(BLOCK_STATE_BLOCK), pb::BLOCK_STATE_BLOCK);
-  EXPECT_EQ(DeserializeBlockState(pb::BLOCK_STATE_FORWARD), BLOCK_STATE_FORWARD);
   EXPECT_EQ(DeserializeBlockState(pb::BLOCK_STATE_BLOCK), BLOCK_STATE_BLOCK);
-}
-
-TEST(EnumSerialization, EveryOtherNumberIsForwarding) {
-  for (const std::int32_t number : NumbersOutside(2)) {
-    // 65537, 257: what is left of 1 when a number is cut must not make it a block.
+  auto others = NumbersOutside(2);
+  others.push_back(0);
+  for (const std::int32_t number : others) {
     EXPECT_EQ(SerializeBlockState(static_cast<BlockState>(number)), 0) << number;
     EXPECT_EQ(DeserializeBlockState(static_cast<pb::BlockState>(number)), 0) << number;
   }
-}
-
-TEST(EnumSerialization, NeverThrows) {
-  static_assert(
-      noexcept(SerializeProtocolType(LLDP))&& noexcept(DeserializeProtocolType(pb::LLDP)));
-  static_assert(noexcept(SerializeBlockState(BLOCK_STATE_BLOCK)));
-  static_assert(noexcept(DeserializeBlockState(pb::BLOCK_STATE_BLOCK)));
-  static_assert(std::is_same_v<decltype(&SerializeProtocolType),
-                               pb::ProtocolType (*)(ProtocolType) noexcept>);
 }
 
 }  // namespace

@@ -153,7 +153,7 @@ TEST(MappingPage, NativeMembersAndTypesAreWhatTheCompilerSees) {
   }
 }
 
-// What stands behind a path of fields, lists entered at their first element.
+// The message at the end of a path of fields; of a list it is the first element.
 gp::Message& At(gp::Message& root, const std::vector<const gp::FieldDescriptor*>& path) {
   gp::Message* message = &root;
   for (const gp::FieldDescriptor* field : path) {

@@ -11,7 +11,7 @@
 struct RoundTrip {
   // An initialised message of the type, with an element in every list.
   std::shared_ptr<google::protobuf::Message> sample;
-  // False when the conversion to native refuses the message.
+  // False if the conversion to native rejects the message.
   std::function<bool(const google::protobuf::Message&, google::protobuf::Message&)> run;
 };
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "native/pvex_fault.h"
-#include "tests/state/signals.h"
+#include "tests/convert/signals.h"
 
 namespace pb = zorl2::protobuf;
 

@@ -112,7 +112,7 @@ class Diff(ToolTest):
         self.assertIn({"change": "changed", "path": "statusInfo.operationalStatus", "old": "UP",
                        "new": "DOWN"}, changed["fields"])
         self.assertEqual(removed["change"], "removed")
-        self.assertEqual(added["value"]["zorid"]["value"], [0, 0, 0, 9])
+        self.assertEqual(added["value"]["zorid"], "0.0.0.9")
         equal = json.loads(self.lists([wire.entry()], [wire.entry()], "--json", status=0).text)
         self.assertEqual((equal["equal"], equal["changes"]), (True, []))
 
@@ -120,8 +120,74 @@ class Diff(ToolTest):
         done = self.lists([wire.entry(name=b"\xff\xfe")],
                           [wire.entry((0, 0, 0, 9), name=b"\xffx")], "--json")
         removed, added = json.loads(done.stdout.decode("utf-8"))["changes"]
-        self.assertEqual((removed["name"], added["name"]), ("\ufffd\ufffd", "\ufffdx"))
-        self.assertEqual(added["value"]["zorid"]["value"], [0, 0, 0, 9])
+        self.assertEqual((removed["name"], added["name"]), ({"hex": "ff fe"}, {"hex": "ff 78"}))
+        self.assertIn("texts that are not UTF-8 become", done.errors)
+        self.assertEqual(added["value"]["zorid"], "0.0.0.9")
+
+    def audit(self, before, after, *options):
+        return self.diff(wire.text(1, before), wire.text(1, after), "--type", "AuditInfo", *options)
+
+    def test_long_texts_are_compared_by_lines(self):
+        lines = ["entry %d of the cache" % i for i in range(100)]
+        changed = lines[:]
+        changed[41] = "another entry"
+        del changed[70]
+        changed.append("the last one")
+        done = self.audit("\n".join(lines) + "\n", "\n".join(changed) + "\n")
+        self.assertEqual([line.strip() for line in done.text.splitlines()[4:10]], [
+            "~ internal_caches: 2190 -> 2173 bytes",
+            '- line 42: "entry 41 of the cache\\n"',
+            '+ line 42: "another entry\\n"',
+            '- line 71: "entry 70 of the cache\\n"',
+            '+ line 100: "the last one\\n"',
+            ""])
+
+    def test_long_lines_show_the_part_that_differs(self):
+        same = "x" * 5000
+        done = self.audit(same + "old" + same, same + "new" + same)
+        old, new = done.text.splitlines()[5:7]
+        self.assertIn('- line 1: ..."' + "x" * 40 + "oldx", old)
+        self.assertIn('+ line 1: ..."' + "x" * 40 + "newx", new)
+        self.assertLess(len(old), 300)
+        # A difference in length only, at the very end; and in characters of several bytes.
+        done = self.audit(same, same + "y")
+        self.assertIn('"' + "x" * 40 + '"\n', done.text)
+        self.assertIn('"' + "x" * 40 + 'y"\n', done.text)
+        done = self.audit("\u00e4" * 300, "\u00e4" * 299 + "\u00f6")
+        self.assertIn("\u00e4\u00f6", done.text)
+        self.assertNotIn("\\x", done.text)
+
+    def test_old_and_new_are_never_shown_as_equal(self):
+        long = tuple(range(12))
+        pairs = ((wire.entry(parent=long), wire.entry(parent=long[:-1] + (99,))),
+                 (wire.entry(extra=wire.text(77, b"z" * 300 + b"1")),
+                  wire.entry(extra=wire.text(77, b"z" * 300 + b"2"))))
+        for before, after in pairs:
+            text = self.diff(before, after, "--type", "IntfEntry").text
+            for line in text.splitlines():
+                if " -> " in line:
+                    old, new = line.split(": ", 1)[1].split(" -> ")
+                    self.assertNotEqual(old, new)
+            shown = [line.strip()[2:] for line in text.splitlines() if " line 1: " in line]
+            self.assertEqual(len(set(shown)), len(shown))
+            self.assertIn("99" if before is pairs[0][0] else "z2", text)
+
+    def test_json_is_never_shortened(self):
+        before, after = "a" * 5000 + "1", "a" * 5000 + "2"
+        report = json.loads(self.audit(before, after, "--json").text)
+        self.assertEqual(report["changes"][0]["fields"], [
+            {"change": "changed", "path": "internal_caches", "old": before, "new": after}])
+
+    def test_json_values_have_their_types(self):
+        done = self.lists([wire.entry(parent=None, mtu=1, extra=wire.number(77, 5))],
+                          [wire.entry(parent=(1, 2, 3, 4), mtu=2, shut=(), name=b"\xff",
+                                      extra=wire.number(77, 6))], "--json")
+        fields = {f["path"]: (f["old"], f["new"])
+                  for f in json.loads(done.text)["changes"][0]["fields"]}
+        self.assertEqual(fields, {
+            "parent": (None, "1.2.3.4"), "physicalInfo.intf_mtu": (1, 2),
+            "generalInfo.intf_name": ("ge-0/0/7", {"hex": "ff"}),
+            "shutdownProtos": ("LACP", None), "#77": (5, 6)})
 
     def test_a_list_is_compared_with_a_single_entry(self):
         a = self.file("list.pb", wire.entry_list(wire.entry(), wire.entry((0, 0, 0, 8))))

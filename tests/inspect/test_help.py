@@ -9,7 +9,7 @@ import unittest
 from support import TOOL, ToolTest
 
 # What each example's exit status tells: diff and stats show differences and bad records.
-STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1}
+STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1, "summary": 0, "show": 0}
 
 
 class Help(ToolTest):
@@ -34,6 +34,22 @@ class Help(ToolTest):
             self.assertIn("/nonexistent: cannot open",
                           self.run_tool(command, "/nonexistent", status=2).errors)
             self.run_tool(command, "/", status=2)
+
+    def test_a_misspelled_command_is_suggested(self):
+        for word, suggestion in (("shwo", '"show"'), ("expalin", '"explain"'), ("dif", '"diff"'),
+                                 ("Stats", '"stats"'), ("snapshto", '"snapshot"')):
+            done = self.run_tool(word, "x", status=2)
+            self.assertEqual(done.errors, 'zorl2-inspect: "%s": no command (expected %s)\n'
+                             % (word, suggestion))
+        self.assertIn("(expected one of ", self.run_tool("frobnicate", status=2).errors)
+
+    def test_help_on_a_full_disk_is_an_error(self):
+        for arguments in (["--help"], ["show", "--help"], ["--version"]):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([TOOL, *arguments], stdout=full, stderr=subprocess.PIPE)
+            self.assertEqual(done.returncode, 2, arguments)
+            self.assertEqual(done.stderr, b"zorl2-inspect: standard output: cannot write: No "
+                             b"space left on device\n")
 
     def test_a_full_disk_is_an_error(self):
         sample = self.file("id.txt", "value: [1, 2, 3, 4]")

@@ -1,6 +1,12 @@
 """The forms of input, and the type if none is named."""
 
+import base64
+import bz2
+import gzip
+import lzma
 import os
+import re
+import shutil
 import subprocess
 import unittest
 
@@ -24,6 +30,109 @@ class Input(ToolTest):
                      "00000000: 0a04 0000 0007                           ......\n"):
             with self.subTest(text):
                 self.assertEqual(self.shown(text), "0a 04 00 00 00 07\n")
+
+    def test_the_dumps_of_other_tools_are_read(self):
+        entry = wire.entry()
+        path = self.file("entry.pb", entry)
+        for command in ("od -Ax -tx1", "od -Ax -tx1 -v", "od -Ax -tx1z", "hexdump -C", "xxd",
+                        "xxd -p", "od -An -tx1"):
+            with self.subTest(command):
+                if not shutil.which(command.split()[0]):
+                    continue
+                dump = subprocess.run(command.split() + [path], stdout=subprocess.PIPE, check=True)
+                for mark in (b"", b"\xef\xbb\xbf"):
+                    done = self.run_tool("show", "--type", "IntfEntry", "--output", "wire", "-",
+                                         given=mark + dump.stdout)
+                    self.assertEqual(done.stdout, entry)
+        for text in ("000000 0a 04 00 00 00 07\n000006\n", "0000 0a 04 00 00 00 07\n",
+                     "\ufeff0a0400000007", "000000  0a 04 00 00 00 07\n"):
+            with self.subTest(text):
+                self.assertEqual(self.shown(text), "0a 04 00 00 00 07\n")
+
+    def test_octal_offsets_are_named(self):
+        dump = "".join("%07o %s\n" % (at, " ".join(["0a"] * 16)) for at in (0, 16, 32))
+        self.rejected("show", "--type", "Zorid", self.file("input", dump), parts=[
+            "line 2, column 1: the octal offset 0000020 (expected hexadecimal offsets, from od "
+            "-Ax -tx1)"])
+
+    def test_whole_frames_say_how_to_get_the_payload(self):
+        frame = (bytes.fromhex("2052454356002053454e44000800") + b"\x45\x00" + bytes(26) +
+                 wire.entry())
+        dump = "".join("%04x  %s\n" % (at, frame[at:at + 16].hex(" "))
+                       for at in range(0, len(frame), 16))
+        hint = ("whole frames, as tshark -x prints them (expected the payload, from tshark -T "
+                "fields -e udp.payload (or tcp.payload, or data))")
+        for content in (dump, frame, "Frame (174 bytes):\n" + dump):
+            for options in ([], ["--type", "IntfEntry"]):
+                self.rejected("show", *options, self.file("input", content), parts=[hint])
+        other = "0000  0a 04 00 00\n\n0000  00 07\n"
+        self.rejected("show", "--type", "Zorid", self.file("input", other), parts=[
+            "line 3, column 1: the offset 0000 of another dump (expected one payload, from tshark"])
+
+    def test_other_things_than_messages_are_recognised(self):
+        entry = wire.entry()
+        size = len(entry)
+        big, little = size.to_bytes(4, "big"), size.to_bytes(4, "little")
+        text = '{"value": [0, 0, 0, 7]}'
+        packets = "-T fields -e udp.payload (or tcp.payload, or data) -r input)"
+        for content, found, expected in (
+                (gzip.compress(entry), "gzip data", "the bytes in it, from zcat input)"),
+                (b"\x28\xb5\x2f\xfd\x24" + entry, "zstd data", "zstd -dc input)"),
+                (bz2.compress(entry), "bzip2 data", "bzip2 -dc input)"),
+                (lzma.compress(entry), "xz data", "xz -dc input)"),
+                (b"\xd4\xc3\xb2\xa1\x02\0\x04\0" + bytes(16), "(pcap)", packets),
+                (b"\xa1\xb2\xc3\xd4\0\x02\0\x04" + bytes(16), "(pcap)", packets),
+                (b"\x0a\x0d\x0d\x0a\x1c\0\0\0\x4d\x3c\x2b\x1a" + bytes(16), "(pcapng)", packets),
+                (base64.b64encode(entry), "base64 text", "base64 -d input)"),
+                (base64.encodebytes(entry), "base64 text", "base64 -d input)"),
+                (text.encode("utf-16"), "UTF-16 text", "iconv -f UTF-16 -t UTF-8 input)"),
+                (text.encode("utf-16-le"), "UTF-16 text", "iconv -f UTF-16LE -t UTF-8 input)"),
+                (text.encode("utf-16-be"), "UTF-16 text", "iconv -f UTF-16BE -t UTF-8 input)"),
+                (big + entry, "a 4-byte big-endian length", "tail -c +5 input)"),
+                (little + entry, "a 4-byte little-endian length", "tail -c +5 input)"),
+                (b"\0" + big + entry, "as gRPC has them", "tail -c +6 input)"),
+                (2 * (b"\0" + big + entry), "as gRPC has them",
+                 "tail -c +6 input | head -c %d)" % size),
+                (wire.delimited(entry, entry), "messages after their lengths", "--delimited)")):
+            with self.subTest(found):
+                self.file("input", content)
+                for options in ([], ["--type", "IntfEntry"]):
+                    done = subprocess.run([TOOL, "show", *options, "input"], capture_output=True,
+                                          cwd=self._folder.name)
+                    self.assertEqual(done.returncode, 2)
+                    (line,) = done.stderr.decode().splitlines()
+                    self.assertTrue(line.startswith("zorl2-inspect: input: "), line)
+                    self.assertIn(found, line)
+                    self.assertIn(expected, line)
+
+    def test_the_commands_that_are_named_make_it_readable(self):
+        entry = wire.entry()
+        for content in (gzip.compress(entry), base64.b64encode(entry),
+                        2 * (b"\0" + len(entry).to_bytes(4, "big") + entry),
+                        len(entry).to_bytes(4, "little") + entry,
+                        '{"zorid": "1.2.3.4"}'.encode("utf-16-le")):
+            error = self.run_tool("show", "--type", "IntfEntry", self.file("input", content),
+                                  status=2).errors
+            command = re.search(r"from (.*)\)$", error.strip())[1]
+            done = subprocess.run(["bash", "-c", command], stdout=subprocess.PIPE, check=True)
+            self.assertIn(done.stdout, (entry, b'{"zorid": "1.2.3.4"}'))
+
+    def test_a_type_that_fits_worse_than_another_is_reported(self):
+        entries = self.file("list.pb", wire.entry_list(wire.entry()))
+        self.rejected("show", "--type", "IntfEntry", entries, parts=[
+            "list.pb: a message that fits IntfEntryList better than IntfEntry (expected --type "
+            "IntfEntryList)"])
+        # A message that is whole is read all the same.
+        done = self.run_tool("show", "--type", "LagMemberOperationProto",
+                             self.file("entry.pb", wire.entry()), status=None)
+        self.assertIn("fits IntfEntry better than LagMemberOperationProto", done.errors)
+
+    def test_an_inferred_type_says_how_much_was_looked_at(self):
+        done = self.run_tool("show", "--json", self.file("one.pb", wire.zorid(1, 2, 3, 4)))
+        self.assertIn("only this type has all fields (1 fields looked at)", done.errors)
+        done = self.run_tool("show", "--json", self.file(
+            "list.pb", wire.entry_list(*[wire.entry()] * 100)))
+        self.assertRegex(done.errors, r"all fields \([0-9]+ fields looked at, 64 elements of each")
 
     def test_a_star_in_a_dump_repeats_the_line_before(self):
         dump = ("00000000  0a 1e 00 00 00 00 00 00  00 00 00 00 00 00 00 00  |................|\n"

@@ -127,7 +127,8 @@ class Stream(ToolTest):
         good = wire.entry()
         damaged = good[:20] + b"\xff" * 11 + good[31:]
         content = wire.delimited(good, damaged, wire.entry((0, 0, 0, 8)))
-        for options, kept in (((), ("0.0.0.7 ", "0.0.0.8 ")), (("--json",), ("7]", "8]"))):
+        for options, kept in (((), ("0.0.0.7 ", "0.0.0.8 ")),
+                              (("--json",), ('"0.0.0.7"', '"0.0.0.8"'))):
             done = self.stream("show", content, *options)
             for part in kept:
                 self.assertIn(part, done.text)

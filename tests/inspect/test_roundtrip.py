@@ -86,8 +86,8 @@ class RoundTrip(ToolTest):
         got = json.loads(done.text)
         self.assertEqual(got["lossless"], False)
         self.assertEqual(got["differences"][0], {
-            "record": 1, "path": "generalInfo.bridge_port_number", "old": "70000", "new": "4464",
-            "reason": "narrowed"})
+            "record": 1, "path": "generalInfo.bridge_port_number", "old": 70000, "new": 4464,
+            "reason": "narrowed", "problem": None})
         done = self.trip(wire.entry(), "--json")
         self.assertEqual(json.loads(done.text)["differences"], [])
 

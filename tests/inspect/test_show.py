@@ -37,18 +37,74 @@ class Show(ToolTest):
         got = json.loads(self.show(wire.entry_list(entry()), "--json"))
         self.assertEqual(got["intfEntry"][0]["generalInfo"]["intf_name"], "ge-0/0/7")
         self.assertEqual(got["intfEntry"][0]["shutdownProtos"], ["LACP"])
-        self.assertEqual(got["intfEntry"][0]["zorid"], {"value": [0, 0, 0, 7]})
-        self.assertEqual(got["infoClient"]["clientAddress"], str(0xABCDEF))
+        self.assertEqual(got["intfEntry"][0]["zorid"], "0.0.0.7")
+        self.assertEqual(got["infoClient"]["clientAddress"], 0xABCDEF)
         self.assertIs(got["intfEntry"][0]["statusInfo"]["extraShutdown"], True)
 
     def test_json_of_a_stream_is_one_line_for_each_record(self):
         lines = self.show(wire.delimited(entry(), entry((0, 0, 0, 8))), "--json",
                           "--delimited").splitlines()
-        self.assertEqual([json.loads(line)["zorid"]["value"][3] for line in lines], [7, 8])
+        self.assertEqual([json.loads(line)["zorid"] for line in lines],
+                         ["0.0.0.7", "0.0.0.8"])
 
-    def test_json_replaces_bytes_that_are_not_utf8(self):
-        got = json.loads(self.show(entry(name=b"a\xff\xc0\x80\xc3\xa4"), "--json"))
-        self.assertEqual(got["generalInfo"]["intf_name"], "a\ufffd\ufffd\ufffdä")
+    def test_json_keeps_bytes_that_are_not_utf8(self):
+        names = (b"a\xff\xc0\x80\xc3\xa4", b"a\xff", b"a\xfe", b"\xed\xa0\x80")
+        written = set()
+        for name in names:
+            content = entry(name=name)
+            done = self.run_tool("show", "--input", "wire", "--json", "-", given=content)
+            got = json.loads(done.text)["generalInfo"]["intf_name"]
+            self.assertEqual(bytes.fromhex(got["hex"]), name)
+            self.assertIn("texts that are not UTF-8 become", done.errors)
+            again = self.run_tool("encode", "--type", "IntfEntry", "-", given=done.stdout)
+            self.assertEqual(again.stdout, content)
+            written.add(done.text)
+            explained = self.run_tool("explain", "--input", "wire", "--json", "-", given=content)
+            self.assertIn(got, [field["value"] for field in json.loads(explained.text)["fields"]])
+            self.assertIn("texts that are not UTF-8 become", explained.errors)
+        self.assertEqual(len(written), len(names))
+        # A text that looks like such bytes is a text.
+        done = self.run_tool("show", "--input", "wire", "--json", "-",
+                             given=entry(name='{"hex": "ff"}\\xff'))
+        self.assertEqual(json.loads(done.text)["generalInfo"]["intf_name"],
+                         '{"hex": "ff"}\\xff')
+        self.assertNotIn("UTF-8", done.errors)
+
+    def test_a_mistake_in_such_bytes_has_its_place(self):
+        for text, *parts in (
+                ('{"token": {"hex": 7}}', "column 19", "token", "expected hexadecimal text"),
+                ('{"token": {"hex": "7"}}', "column 19", "expected hexadecimal text"),
+                ('{"token": {"hex": ["77"]}}', "column 19", "expected hexadecimal text"),
+                ('{"token": {"hex": {}}}', "column 19", "expected hexadecimal text"),
+                ('{"token": {"bytes": "ff"}}', "column 12", 'expected one member, "hex"'),
+                ('{"token": {}}', "column 12", 'expected one member, "hex"'),
+                ('{"token": {"hex": "ff", "hex": "ff"}}', "column 25", "expected one member"),
+                ('{"protocolType": {"hex": "ff"}}', "column 18", "expected one of")):
+            with self.subTest(text):
+                self.rejected("encode", "--type", "InformationClient", "-", given=text.encode(),
+                              parts=parts)
+
+    def test_json_has_every_field(self):
+        content = entry(port=None, parent=None, shut=(), identifier=(0, 0, 1, 300))
+        done = self.run_tool("show", "--input", "wire", "--json", "-", given=content)
+        got = json.loads(done.text)
+        self.assertEqual((got["zorid"], got["parent"], got["shutdownProtos"],
+                          got["generalInfo"]["bridge_port_number"]), ("0.0.1.300", None, [], None))
+        again = self.run_tool("encode", "--type", "IntfEntry", "-", given=done.stdout)
+        self.assertEqual(again.stdout, content)
+        # A text has four values; an identifier with another number of them has none.
+        content = entry(identifier=(1, 2, 3))
+        done = self.run_tool("show", "--input", "wire", "--json", "-", given=content)
+        self.assertEqual(json.loads(done.text)["zorid"], {"value": [1, 2, 3]})
+        again = self.run_tool("encode", "--type", "IntfEntry", "-", given=done.stdout)
+        self.assertEqual(again.stdout, content)
+
+    def test_a_mistake_in_an_identifier_has_its_place(self):
+        for text in ("1.2.3", "1.2.3.4.5", "1.2.3.", "1.2.3.4294967296", "1.2.3.x", ""):
+            with self.subTest(text):
+                self.rejected("encode", "--type", "LagMemberOperationProto", "-",
+                              given=b'{"lag": "%s"}' % text.encode(),
+                              parts=["column 9: lag", "expected an object for Zorid"])
 
     def test_the_native_record_is_next_to_the_message(self):
         out = self.show(entry(port=None, parent=None))

@@ -44,7 +44,7 @@ class MachineTest(ToolTest):
             def sysfs(file, of=name):
                 with open("/sys/class/net/%s/%s" % (of, file), encoding="ascii") as content:
                     return content.read().strip()
-            octets = entry["zorid"]["value"]
+            octets = [int(octet) for octet in entry["zorid"].split(".")]
             self.assertEqual(int.from_bytes(bytes(octets), "big"), int(sysfs("ifindex")))
             self.assertEqual(entry["physicalInfo"]["intf_mtu"], int(sysfs("mtu")))
             self.assertEqual(entry["generalInfo"]["phy_addr"], sysfs("address"))
@@ -89,8 +89,8 @@ class NamespaceTest(ToolTest):
         self.assertTrue(port["typeInfo"]["interfaceFlags"]["if_l2_switching"])
         self.assertEqual(port["typeInfo"]["interfaceType"], "ETHERNET")
         self.assertEqual(peer["intfCategory"], "VIRTUAL_IF")
-        self.assertEqual(peer["parent"]["value"], [0, 0, 0, 0])
-        self.assertNotIn("blockInfo", peer)
+        self.assertEqual(peer["parent"], "0.0.0.0")
+        self.assertEqual(peer["blockInfo"], [])
         self.assertEqual(bridge["intfCategory"], "VIRTUAL_IF")
         self.assertEqual(got["lo"]["typeInfo"]["interfaceType"], "OTHER")
         self.assertEqual(got["lo"]["statusInfo"]["adminStatus"], "IF_ADMIN_DOWN")

@@ -67,7 +67,7 @@ class Types(ToolTest):
         self.assertEqual(remarks["ShutStateInfo.zorid"], "3 values (expected 4) [identifier.size]")
         self.assertIn("L1_PROTO (expected a protocol of a state signal) [protocol.unlisted]",
                       remarks["BlockStateSync.blockProtocol"])
-        self.assertEqual(remarks["GeneralInfo.intf_name"], "")
+        self.assertIsNone(remarks["GeneralInfo.intf_name"])
 
     def test_the_wrapped_speed_is_explained(self):
         text = self.run_tool("types", "EthernetSpeed").text

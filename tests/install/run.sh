@@ -74,6 +74,8 @@ step_components() {
   echo "proved: the components library, development and tools install their files"
 }
 
+step_hardening() { "$SOURCE_DIR/tests/install/hardening.sh" "$prefix"; }
+
 configure_consumer() {
   quiet "$CMAKE" -S "$1" -B "$2" -DCMAKE_BUILD_TYPE="$3" -DCMAKE_PREFIX_PATH="$prefix" \
     -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_C_COMPILER="$CC" \
@@ -96,27 +98,28 @@ step_cmake() {
   "$CMAKE" --build "$work/c-only" --target prove | grep -E 'proved|FAILED'
 }
 
-# The version file takes the same major version and refuses every other.
+# The version file accepts the same major version and rejects every other.
 step_version() {
   local wanted dir=$work/version
-  for wanted in 0.9 1.0 1.0.0 1.9 2.0; do
+  local major=${VERSION%%.*}
+  for wanted in "$((major - 1)).9" "$major.0" "$VERSION" "$major.99" "$((major + 1)).0"; do
     rm -rf "$dir"
     mkdir -p "$dir"
     printf 'cmake_minimum_required(VERSION 3.22)\nproject(v CXX)\nfind_package(zorl2_serialize %s CONFIG REQUIRED)\n' \
       "$wanted" >"$dir/CMakeLists.txt"
     if "$CMAKE" -S "$dir" -B "$dir/b" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>&1; then
-      echo "$wanted is taken"
+      echo "$wanted is accepted"
     else
-      echo "$wanted is refused"
+      echo "$wanted is rejected"
     fi
   done | tee "$work/version.txt"
-  # 0.9 is another major version; 1.9 is newer than what is installed.
+  # The first and the last are other major versions; $major.99 is newer than what is installed.
   diff "$work/version.txt" - <<END || die "version compatibility"
-0.9 is refused
-1.0 is taken
-1.0.0 is taken
-1.9 is refused
-2.0 is refused
+$((major - 1)).9 is rejected
+$major.0 is accepted
+$VERSION is accepted
+$major.99 is rejected
+$((major + 1)).0 is rejected
 END
 }
 
@@ -125,7 +128,7 @@ step_pkg_config() {
   local in=$SOURCE_DIR/tests/install/consumer out=$work/pkg-config flags
   rm -rf "$out"
   mkdir -p "$out"
-  pkg-config --validate zorl2_serialize zorl2_host
+  pkg-config --validate zorl2_serialize zorl2_host zorl2_check
   [ "$(pkg-config --modversion zorl2_serialize)" = "$VERSION" ] || die "the module's version"
   [ -f "$(pkg-config --variable=descriptor_set zorl2_serialize)" ] || die "the descriptor set"
   read -ra flags <<<"$(pkg-config --cflags --libs zorl2_serialize zorl2_host)"
@@ -141,6 +144,10 @@ step_pkg_config() {
   "$out/now"
   readelf -d "$out/now" | grep -q NOW || die "-z now was lost"
   "$out/list"
+
+  read -ra flags <<<"$(pkg-config --cflags --libs zorl2_check zorl2_host)"
+  $CXX -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/check" "$in/check.cpp" "${flags[@]}"
+  "$out/check"
 
   # The plugins want the library, their process the host functions.
   local library host
@@ -199,8 +206,7 @@ step_readme() {
   { printf 'cmake_minimum_required(VERSION 3.22)\nproject(readme CXX)\n'; block cmake; } \
     >"$dir/CMakeLists.txt"
   if [ ! -s "$dir/main.cpp" ] || ! grep -q find_package "$dir/CMakeLists.txt"; then
-    echo "README.md shows no cmake block or no cpp block"
-    exit 77
+    die "README.md shows no cmake block or no cpp block"
   fi
   configure_consumer "$dir" "$dir/build" Release
   quiet "$CMAKE" --build "$dir/build"
@@ -219,6 +225,46 @@ step_examples() {
   (cd "$dir" && ctest --output-on-failure)
 }
 
-step_packages() { "$SOURCE_DIR/packaging/check-packages" "$work/packages"; }
+step_packages() {
+  "$SOURCE_DIR/scripts/package"
+  rm -rf "$BUILD_DIR/packages-test"
+  "$SOURCE_DIR/packaging/check-packages" "$BUILD_DIR/packages-test"
+}
+
+# Warnings too, even pedantic ones. The packages are not uploaded to Debian, so their changelog
+# closes no bug there.
+step_lintian() {
+  command -v lintian >/dev/null || { echo "SKIPPED: lintian is not installed"; exit 77; }
+  lintian --pedantic --fail-on error,warning,info,pedantic --display-info --allow-root \
+    --suppress-tags initial-upload-closes-no-bugs "$SOURCE_DIR"/build/package/packages/*.deb
+}
+
+# The same sources in another directory give the same packages, to the byte.
+step_reproducible() {
+  local other=$BUILD_DIR/reproducible-test/a/longer/path
+  rm -rf "$BUILD_DIR/reproducible-test"
+  "$SOURCE_DIR/tests/install/copy-tree.sh" "$SOURCE_DIR" "$other"
+  "$other/scripts/package" >/dev/null
+  diff <(cd "$SOURCE_DIR/build/package/packages" && sha256sum ./*.deb) \
+    <(cd "$other/build/package/packages" && sha256sum ./*.deb) ||
+    die "the packages depend on the path of the sources; compare the unpacked files of both"
+  rm -rf "$BUILD_DIR/reproducible-test"
+  echo "proved: the packages do not depend on the path of the sources"
+}
+
+# A new major version takes one changed line. Everything else that names it is generated.
+step_next_version() {
+  local tree=$BUILD_DIR/next-version-test
+  rm -rf "$tree"
+  "$SOURCE_DIR/tests/install/copy-tree.sh" "$SOURCE_DIR" "$tree"
+  sed -i "s/^\(project(.* VERSION \)[0-9.]*/\1$((${VERSION%%.*} + 1)).0.0/" "$tree/CMakeLists.txt"
+  "$tree/scripts/package"
+  "$tree/packaging/check-packages" "$tree/build/check"
+  # The released version appears only where it is history.
+  local stale
+  stale=$(grep -rlF "$VERSION" "$tree"/build/check/{tree,control} | grep -vE 'changelog|control/symbols$' || true)
+  [ -z "$stale" ] || die "these files name the old version: $stale"
+  rm -rf "$tree"
+}
 
 "step_$1"

@@ -2,134 +2,97 @@
 
 #include <gmock/gmock.h>
 
+#include <string>
+#include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "tests/support/entry_fixtures.h"
-#include "tests/support/native_entry.h"
+#include "tests/support/native_matchers.h"
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 using zorl2_test::EqualsNative;
 using zorl2_test::FullEntry;
+using zorl2_test::NativeDifference;
 using zorl2_test::OtherEntry;
 
 namespace {
 
-template <typename Element>
-std::vector<const Element*> Addresses(const std::list<Element>& list) {
-  std::vector<const Element*> addresses;
-  for (const Element& element : list) addresses.push_back(&element);
-  return addresses;
-}
+static_assert(
+    std::is_same_v<decltype(&IntfEntryBuilder::addGeneralInfo),
+                   IntfEntryBuilder& (IntfEntryBuilder::*)(const IntfEntry::GeneralInfo&)>,
+    "one overload only: callers store pointers to it");
 
 TEST(IntfEntryBuilder, Untouched_BuildsTheEntryItStartedFrom) {
-  IntfEntryBuilder from_entry(FullEntry());
-  EXPECT_THAT(from_entry.Build(), EqualsNative(FullEntry()));
-  IntfEntryBuilder from_nothing;
-  EXPECT_THAT(from_nothing.Build(), EqualsNative(IntfEntry{}));
+  EXPECT_THAT(IntfEntryBuilder(FullEntry()).Build(), EqualsNative(FullEntry()));
+  EXPECT_THAT(IntfEntryBuilder().Build(), EqualsNative(IntfEntry{}));
+  IntfEntryBuilder with_equals_sign = FullEntry();
+  EXPECT_THAT(with_equals_sign.Build(), EqualsNative(FullEntry()));
 }
 
-// Each operation alone: its own member, and no other, differs from the empty entry.
+// How the entry of the builder changes with one operation.
+template <typename Operation>
+std::string ChangeOf(const Operation& operation) {
+  IntfEntryBuilder builder;
+  EXPECT_EQ(&operation(builder), &builder) << "the calls do not chain";
+  return NativeDifference(IntfEntry{}, builder.Build());
+}
+
 TEST(IntfEntryBuilder, EachOperationWritesItsOwnMemberOnly) {
-  const auto changed = [](const auto& operation) {
-    IntfEntryBuilder builder;
-    IntfEntryBuilder& returned = operation(builder);
-    EXPECT_EQ(&returned, &builder);
-    return zorl2_test::NativeDifference(IntfEntry{}, builder.Build());
-  };
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              return b.addZorId({{1, 2, 3, 4}});
-            }),
+  using Builder = IntfEntryBuilder;
+  const zorid_t id{{1, 2, 3, 4}};
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addZorId(id); }),
             "- id: 0.0.0.0\n+ id: 1.2.3.4\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              return b.addParent({{1, 2, 3, 4}});
-            }),
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addParent(id); }),
             "- parent: 0.0.0.0\n+ parent: 1.2.3.4\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              IntfEntry::GeneralInfo info;
-              info.redundancy_group_id = 7;
-              return b.addGeneralInfo(std::move(info));
-            }),
+  IntfEntry::GeneralInfo general;
+  general.redundancy_group_id = 7;
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addGeneralInfo(general); }),
             "- generalInfo.redundancy_group_id: 0\n+ generalInfo.redundancy_group_id: 7\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              IntfEntry::StatusInfo info;
-              info.operationalSpeed = 7;
-              return b.addStatusInfo(info);
-            }),
+  IntfEntry::StatusInfo status;
+  status.operationalSpeed = 7;
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addStatusInfo(status); }),
             "- statusInfo.operationalSpeed: 0\n+ statusInfo.operationalSpeed: 7\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              IntfEntry::PhysicalInfo info;
-              info.intf_mtu = 7;
-              return b.addPhysicalInfo(info);
-            }),
+  IntfEntry::PhysicalInfo physical;
+  physical.intf_mtu = 7;
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addPhysicalInfo(physical); }),
             "- physicalInfo.intf_mtu: 0\n+ physicalInfo.intf_mtu: 7\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              IntfEntry::TypeInfo info;
-              info.vlanType = IntfEntry::ANY;
-              return b.addTypeInfo(info);
-            }),
+  IntfEntry::TypeInfo type;
+  type.vlanType = IntfEntry::ANY;
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addTypeInfo(type); }),
             "- typeInfo.vlanType: 0\n+ typeInfo.vlanType: 4\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& { return b.addShutdownProto(STP); }),
+  EXPECT_EQ(ChangeOf([](Builder& b) -> Builder& { return b.addShutdownProto(STP); }),
             "+ shutdownProtos[0]: 3\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& {
-              return b.addBlockInfo({STP, BLOCK_STATE_BLOCK});
-            }),
+  const IntfEntry::BlockInfo block{STP, BLOCK_STATE_BLOCK};
+  EXPECT_EQ(ChangeOf([&](Builder& b) -> Builder& { return b.addBlockInfo(block); }),
             "+ blockInfo[0].protocol: 3\n+ blockInfo[0].state: 1\n");
-  EXPECT_EQ(changed([](auto& b) -> auto& { return b.setInterfaceCategory(VP); }),
+  EXPECT_EQ(ChangeOf([](Builder& b) -> Builder& { return b.setInterfaceCategory(VP); }),
             "- interfaceCategory: 0\n+ interfaceCategory: 2\n");
-}
-
-TEST(IntfEntryBuilder, OneChainFromAnEmptyEntryToTheResult) {
-  const IntfEntry entry = IntfEntryBuilder(IntfEntry{})
-                              .addZorId(zorid_t{{1, 2, 3, 4}})
-                              .addParent(zorid_t{{5, 6, 7, 8}})
-                              .setInterfaceCategory(L2)
-                              .Build();
-  EXPECT_EQ(zorl2_test::NativeDifference(IntfEntry{}, entry),
-            "- id: 0.0.0.0\n- parent: 0.0.0.0\n- interfaceCategory: 0\n"
-            "+ id: 1.2.3.4\n+ parent: 5.6.7.8\n+ interfaceCategory: 1\n");
 }
 
 TEST(IntfEntryBuilder, SingleValuedOperationsReplace) {
   IntfEntryBuilder builder(OtherEntry());
-  builder.addZorId({{1, 1, 1, 1}}).addZorId({{11, 22, 33, 44}});
-  builder.addParent({{1, 1, 1, 1}}).addParent({{55, 66, 77, 188}});
-  builder.addStatusInfo({}).addStatusInfo(zorl2_test::FullStatusInfo());
-  builder.addPhysicalInfo({}).addPhysicalInfo(zorl2_test::FullPhysicalInfo());
-  builder.addTypeInfo({}).addTypeInfo(zorl2_test::FullTypeInfo());
-  builder.setInterfaceCategory(L1).setInterfaceCategory(L2_SUB_IF);
-  const IntfEntry entry = builder.Build();
-  EXPECT_EQ(entry.getId(), FullEntry().getId());
-  EXPECT_EQ(entry.getParent(), FullEntry().getParent());
-  EXPECT_THAT(entry.getStatusInfo(), EqualsNative(zorl2_test::FullStatusInfo()));
-  EXPECT_THAT(entry.getPhysicalInfo(), EqualsNative(zorl2_test::FullPhysicalInfo()));
-  EXPECT_THAT(entry.getTypeInfo(), EqualsNative(zorl2_test::FullTypeInfo()));
-  EXPECT_EQ(entry.getInterfaceCategory(), L2_SUB_IF);
+  const IntfEntry full = FullEntry();
+  builder.addZorId(full.getId()).addParent(full.getParent());
+  // Shorter strings than before.
+  builder.addGeneralInfo(full.getGeneralInfo()).addStatusInfo(full.getStatusInfo());
+  builder.addPhysicalInfo(full.getPhysicalInfo()).addTypeInfo(full.getTypeInfo());
+  const IntfEntry entry = builder.setInterfaceCategory(full.getInterfaceCategory()).Build();
+  EXPECT_EQ(entry.getId(), full.getId());
+  EXPECT_EQ(entry.getParent(), full.getParent());
+  EXPECT_THAT(entry.getGeneralInfo(), EqualsNative(full.getGeneralInfo()));
+  EXPECT_THAT(entry.getStatusInfo(), EqualsNative(full.getStatusInfo()));
+  EXPECT_THAT(entry.getPhysicalInfo(), EqualsNative(full.getPhysicalInfo()));
+  EXPECT_THAT(entry.getTypeInfo(), EqualsNative(full.getTypeInfo()));
+  EXPECT_EQ(entry.getInterfaceCategory(), full.getInterfaceCategory());
 }
 
-TEST(IntfEntryBuilder, AddGeneralInfo_ReplacesAllFiveMembersWithShorterStringsToo) {
-  IntfEntryBuilder builder;
-  builder.addGeneralInfo(OtherEntry().getGeneralInfo());
-  const IntfEntry::GeneralInfo shorter = {"e1", "", 3, "a", 0};
-  builder.addGeneralInfo(shorter);
-  EXPECT_THAT(builder.Build().getGeneralInfo(), EqualsNative(shorter));
-  // The argument was copied.
-  EXPECT_THAT(shorter, EqualsNative(IntfEntry::GeneralInfo{"e1", "", 3, "a", 0}));
-}
-
-TEST(IntfEntryBuilder, ShutdownProtocolsAccumulateWithDuplicates) {
-  IntfEntryBuilder builder;
-  builder.addShutdownProto(STP).addShutdownProto(STP).addShutdownProto(LACP);
-  EXPECT_THAT(builder.Build().getShutdownProtos(), ElementsAre(STP, STP, LACP));
-}
-
-TEST(IntfEntryBuilder, BlockEntriesAccumulateAlsoForOneProtocol) {
+TEST(IntfEntryBuilder, ListOperationsAppendInOrderWithDuplicates) {
   const IntfEntry::BlockInfo first = {STP, BLOCK_STATE_BLOCK};
   const IntfEntry::BlockInfo second = {STP, BLOCK_STATE_FORWARD};
   IntfEntryBuilder builder;
+  builder.addShutdownProto(STP).addShutdownProto(STP).addShutdownProto(LACP);
   builder.addBlockInfo(first).addBlockInfo(second);
+  EXPECT_THAT(builder.Build().getShutdownProtos(), ElementsAre(STP, STP, LACP));
   EXPECT_THAT(builder.Build().getBlockInfo(),
               ElementsAre(EqualsNative(first), EqualsNative(second)));
 }
@@ -146,66 +109,36 @@ TEST(IntfEntryBuilder, AcceptsAnyNumberAsAnEnumeration) {
   EXPECT_EQ(entry.getInterfaceCategory(), 7);
 }
 
-TEST(IntfEntryBuilder, FromAnEntry_AppendsBehindItsElementsAndEmptiesIt) {
+TEST(IntfEntryBuilder, FromAnEntry_AppendsToItsListsAndEmptiesIt) {
   IntfEntry start = FullEntry();
   IntfEntryBuilder builder(std::move(start));
   builder.addBlockInfo({EFM, BLOCK_STATE_BLOCK});
-  const IntfEntry entry = builder.Build();
-  EXPECT_THAT(entry.getBlockInfo(),
-              ElementsAre(EqualsNative(IntfEntry::BlockInfo{CFM, BLOCK_STATE_BLOCK}),
-                          EqualsNative(IntfEntry::BlockInfo{L2_PROTO, BLOCK_STATE_FORWARD}),
-                          EqualsNative(IntfEntry::BlockInfo{EFM, BLOCK_STATE_BLOCK})));
-  EXPECT_THAT(start.getBlockInfo(), IsEmpty());
-  EXPECT_THAT(start.getShutdownProtos(), IsEmpty());
-  // Strings empty, numbers kept.
-  EXPECT_THAT(start.getGeneralInfo(),
-              EqualsNative(IntfEntry::GeneralInfo{"", "", 90210, "", 4107}));
-  EXPECT_EQ(start.getId(), FullEntry().getId());
-  EXPECT_EQ(start.getParent(), FullEntry().getParent());
-  EXPECT_THAT(start.getStatusInfo(), EqualsNative(FullEntry().getStatusInfo()));
-  EXPECT_THAT(start.getPhysicalInfo(), EqualsNative(FullEntry().getPhysicalInfo()));
-  EXPECT_THAT(start.getTypeInfo(), EqualsNative(FullEntry().getTypeInfo()));
-  EXPECT_EQ(start.getInterfaceCategory(), L2_SUB_IF);
-}
-
-TEST(IntfEntryBuilder, FromAnEntry_AlsoWithAnEqualsSign) {
-  IntfEntryBuilder builder = FullEntry();
-  EXPECT_THAT(builder.Build(), EqualsNative(FullEntry()));
+  EXPECT_EQ(NativeDifference(FullEntry(), builder.Build()),
+            "+ blockInfo[2].protocol: 8\n+ blockInfo[2].state: 1\n");
+  // Strings and lists are empty, numbers remain.
+  IntfEntryBuilder left;
+  left.addZorId(FullEntry().getId()).addParent(FullEntry().getParent());
+  left.addGeneralInfo({"", "", 90210, "", 4107}).addStatusInfo(FullEntry().getStatusInfo());
+  left.addPhysicalInfo(FullEntry().getPhysicalInfo()).addTypeInfo(FullEntry().getTypeInfo());
+  EXPECT_THAT(start, EqualsNative(left.setInterfaceCategory(L2_SUB_IF).Build()));
 }
 
 TEST(IntfEntryBuilder, Build_EveryResultIsIndependent) {
-  IntfEntryBuilder builder(FullEntry());
-  const IntfEntry first = builder.Build();
-  builder.addBlockInfo({EFM, BLOCK_STATE_BLOCK});
-  const IntfEntry second = builder.Build();
-  EXPECT_THAT(first.getBlockInfo(), SizeIs(2));
-  EXPECT_THAT(second.getBlockInfo(), SizeIs(3));
-  builder.addGeneralInfo(OtherEntry().getGeneralInfo())
-      .addZorId({{9, 9, 9, 9}})
-      .addShutdownProto(STP)
-      .setInterfaceCategory(L1);
-  EXPECT_THAT(first, EqualsNative(FullEntry()));
-  EXPECT_EQ(zorl2_test::NativeDifference(first, second),
-            "+ blockInfo[2].protocol: 8\n+ blockInfo[2].state: 1\n");
-}
-
-TEST(IntfEntryBuilder, Build_CopiesIntoStringsAndListNodesOfItsOwn) {
-  IntfEntryBuilder builder(OtherEntry());
-  const IntfEntry built = builder.Build();
-  const IntfEntry kept = builder.Build();
-  EXPECT_THAT(built, EqualsNative(kept));
-  EXPECT_NE(built.getGeneralInfo().intf_name.data(), kept.getGeneralInfo().intf_name.data());
-  EXPECT_NE(Addresses(built.getShutdownProtos()), Addresses(kept.getShutdownProtos()));
-  EXPECT_NE(Addresses(built.getBlockInfo()), Addresses(kept.getBlockInfo()));
-}
-
-TEST(IntfEntryBuilder, Build_OutlivesTheBuilder) {
-  IntfEntry entry;
+  IntfEntry first;
+  IntfEntry second;
   {
-    IntfEntryBuilder builder(OtherEntry());
-    entry = builder.Build();
+    IntfEntryBuilder builder(FullEntry());
+    first = builder.Build();
+    second = builder.addBlockInfo({EFM, BLOCK_STATE_BLOCK}).Build();
+    builder.addGeneralInfo(OtherEntry().getGeneralInfo()).addZorId({{9, 9, 9, 9}});
+    builder.addShutdownProto(STP).setInterfaceCategory(L1);
   }
-  EXPECT_THAT(entry, EqualsNative(OtherEntry()));
+  EXPECT_THAT(first, EqualsNative(FullEntry()));
+  EXPECT_EQ(NativeDifference(first, second),
+            "+ blockInfo[2].protocol: 8\n+ blockInfo[2].state: 1\n");
+  EXPECT_NE(first.getGeneralInfo().phy_addr.data(), second.getGeneralInfo().phy_addr.data());
+  EXPECT_NE(&first.getShutdownProtos().front(), &second.getShutdownProtos().front());
+  EXPECT_NE(&first.getBlockInfo().front(), &second.getBlockInfo().front());
 }
 
 }  // namespace

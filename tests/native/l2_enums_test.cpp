@@ -1,8 +1,7 @@
 // The numbers of the native enumerations, those nested in the interface entry included.
 #include "native/l2_enums.h"
 
-#include <gtest/gtest.h>
-
+#include <cstddef>
 #include <cstdint>
 #include <type_traits>
 
@@ -10,92 +9,33 @@
 
 namespace {
 
-// A signed 32-bit number: any such number is a value of the enumeration.
-template <typename Enum>
-constexpr bool IsSigned32 = std::is_same_v<std::underlying_type_t<Enum>, std::int32_t>;
-
-TEST(NativeEnums, AreSigned32BitNumbers) {
-  static_assert(IsSigned32<ProtocolType>);
-  static_assert(IsSigned32<BlockState>);
-  static_assert(IsSigned32<InterfaceCategory>);
-  static_assert(IsSigned32<IntfEntry::AdminStatus>);
-  static_assert(IsSigned32<IntfEntry::OperationalStatus>);
-  static_assert(IsSigned32<IntfEntry::LinkStatus>);
-  static_assert(IsSigned32<IntfEntry::EthernetSpeed>);
-  static_assert(IsSigned32<IntfEntry::EthernetDuplexMode>);
-  static_assert(IsSigned32<IntfEntry::InterfaceType>);
-  static_assert(IsSigned32<IntfEntry::VlanType>);
-  EXPECT_LT(static_cast<ProtocolType>(-1), LLDP);
-  EXPECT_LT(static_cast<InterfaceCategory>(INT32_MIN), static_cast<InterfaceCategory>(-1));
+// The values are listed from 0 without a gap, and any signed 32-bit number is one.
+template <typename Enum, std::size_t kCount>
+constexpr bool CountFromZero(const Enum (&values)[kCount]) {
+  static_assert(std::is_same_v<std::underlying_type_t<Enum>, std::int32_t>);
+  for (std::size_t i = 0; i < kCount; ++i) {
+    if (values[i] != static_cast<Enum>(i)) return false;
+  }
+  return true;
 }
 
-TEST(NativeEnums, ProtocolType_StartsWithLldpAndEndsWithTheUnknownProtocol) {
-  EXPECT_EQ(LLDP, 0);
-  EXPECT_EQ(L2VM, 1);
-  EXPECT_EQ(LACP, 2);
-  EXPECT_EQ(STP, 3);
-  EXPECT_EQ(ERPS, 4);
-  EXPECT_EQ(CFM, 5);
-  EXPECT_EQ(LBD, 6);
-  EXPECT_EQ(LFD, 7);
-  EXPECT_EQ(EFM, 8);
-  EXPECT_EQ(L1_PROTO, 9);
-  EXPECT_EQ(L2_PROTO, 10);
-  EXPECT_EQ(BACKUPLINK, 11);
-  EXPECT_EQ(PROTOCOL_UNKNOWN, 12);
-}
-
-TEST(NativeEnums, BlockState) {
-  EXPECT_EQ(BLOCK_STATE_FORWARD, 0);
-  EXPECT_EQ(BLOCK_STATE_BLOCK, 1);
-}
-
-TEST(NativeEnums, InterfaceCategory) {
-  EXPECT_EQ(L1, 0);
-  EXPECT_EQ(L2, 1);
-  EXPECT_EQ(VP, 2);
-  EXPECT_EQ(L2_SUB_IF, 3);
-  EXPECT_EQ(VIRTUAL_IF, 4);
-}
-
-TEST(NativeEnums, TheThreeStates) {
-  EXPECT_EQ(IntfEntry::IF_ADMIN_UP, 0);
-  EXPECT_EQ(IntfEntry::IF_ADMIN_DOWN, 1);
-  EXPECT_EQ(IntfEntry::UP, 0);
-  EXPECT_EQ(IntfEntry::DOWN, 1);
-  EXPECT_EQ(IntfEntry::LINK_UP, 0);
-  EXPECT_EQ(IntfEntry::LINK_DOWN, 1);
-}
-
-TEST(NativeEnums, DuplexMode_InterfaceType_VlanType) {
-  EXPECT_EQ(IntfEntry::MODE_UNKNOWN, 0);
-  EXPECT_EQ(IntfEntry::HALF, 1);
-  EXPECT_EQ(IntfEntry::FULL, 2);
-  EXPECT_EQ(IntfEntry::TYPE_UNKNOWN, 0);
-  EXPECT_EQ(IntfEntry::OTHER, 1);
-  EXPECT_EQ(IntfEntry::ETHERNET, 2);
-  EXPECT_EQ(IntfEntry::ETHERNET_L2_VLAN, 3);
-  EXPECT_EQ(IntfEntry::ETHERNET_BUNDLE, 4);
-  EXPECT_EQ(IntfEntry::NONE, 0);
-  EXPECT_EQ(IntfEntry::C_VLAN, 1);
-  EXPECT_EQ(IntfEntry::S_VLAN, 2);
-  EXPECT_EQ(IntfEntry::B_VLAN, 3);
-  EXPECT_EQ(IntfEntry::ANY, 4);
-}
-
-TEST(NativeEnums, EthernetSpeed) {
-  EXPECT_EQ(IntfEntry::SPEED_UNKNOWN, 0);
-  EXPECT_EQ(IntfEntry::SPEED_100_KBS, 1);
-  EXPECT_EQ(IntfEntry::SPEED_1_MBS, 2);
-  EXPECT_EQ(IntfEntry::SPEED_10_MBS, 3);
-  EXPECT_EQ(IntfEntry::SPEED_100_MBS, 4);
-  EXPECT_EQ(IntfEntry::SPEED_1_GBS, 5);
-  EXPECT_EQ(IntfEntry::SPEED_10_GBS, 6);
-  EXPECT_EQ(IntfEntry::SPEED_25_GBS, 7);
-  EXPECT_EQ(IntfEntry::SPEED_40_GBS, 8);
-  EXPECT_EQ(IntfEntry::SPEED_100_GBS, 9);
-  EXPECT_EQ(IntfEntry::SPEED_1_TBS, 10);
-  EXPECT_EQ(IntfEntry::SPEED_10_TBS, 11);
-}
+// The unknown protocol comes last, unlike in a message.
+static_assert(CountFromZero({LLDP, L2VM, LACP, STP, ERPS, CFM, LBD, LFD, EFM, L1_PROTO, L2_PROTO,
+                             BACKUPLINK, PROTOCOL_UNKNOWN}));
+static_assert(CountFromZero({BLOCK_STATE_FORWARD, BLOCK_STATE_BLOCK}));
+static_assert(CountFromZero({L1, L2, VP, L2_SUB_IF, VIRTUAL_IF}));
+static_assert(CountFromZero({IntfEntry::IF_ADMIN_UP, IntfEntry::IF_ADMIN_DOWN}));
+static_assert(CountFromZero({IntfEntry::UP, IntfEntry::DOWN}));
+static_assert(CountFromZero({IntfEntry::LINK_UP, IntfEntry::LINK_DOWN}));
+static_assert(CountFromZero({IntfEntry::MODE_UNKNOWN, IntfEntry::HALF, IntfEntry::FULL}));
+static_assert(CountFromZero({IntfEntry::TYPE_UNKNOWN, IntfEntry::OTHER, IntfEntry::ETHERNET,
+                             IntfEntry::ETHERNET_L2_VLAN, IntfEntry::ETHERNET_BUNDLE}));
+static_assert(CountFromZero({IntfEntry::NONE, IntfEntry::C_VLAN, IntfEntry::S_VLAN,
+                             IntfEntry::B_VLAN, IntfEntry::ANY}));
+static_assert(
+    CountFromZero({IntfEntry::SPEED_UNKNOWN, IntfEntry::SPEED_100_KBS, IntfEntry::SPEED_1_MBS,
+                   IntfEntry::SPEED_10_MBS, IntfEntry::SPEED_100_MBS, IntfEntry::SPEED_1_GBS,
+                   IntfEntry::SPEED_10_GBS, IntfEntry::SPEED_25_GBS, IntfEntry::SPEED_40_GBS,
+                   IntfEntry::SPEED_100_GBS, IntfEntry::SPEED_1_TBS, IntfEntry::SPEED_10_TBS}));
 
 }  // namespace

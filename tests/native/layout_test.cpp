@@ -22,7 +22,7 @@ static_assert(sizeof(std::string) == 32 && sizeof(std::list<ProtocolType>) == 24
                   sizeof(std::set<InterfaceCategory>) == 48,
               "the offsets below are those of 64-bit libstdc++");
 
-// For the records that own maps or hide their members, where offsetof is not to be had.
+// For the records that own maps or hide their members, where offsetof is not available.
 template <typename Record>
 std::ptrdiff_t Distance(const Record& record, const void* member) {
   return static_cast<const char*>(member) - reinterpret_cast<const char*>(&record);
@@ -43,8 +43,8 @@ TEST(Layout, IntfEntry) {
   EXPECT_EQ(Distance(entry, &entry.getBlockInfo()), 208);
 }
 
-// The category has no address to ask for, so its octets are looked for in the record.
-TEST(Layout, IntfEntry_TheCategoryStandsBeforeTheLists) {
+// The category has no address to ask for, so the test reads the bytes of the record.
+TEST(Layout, IntfEntry_TheCategoryPrecedesTheLists) {
   IntfEntryBuilder builder;
   builder.setInterfaceCategory(static_cast<InterfaceCategory>(0x4A5B6C7D));
   const IntfEntry entry = builder.Build();
@@ -134,7 +134,7 @@ TEST(Layout, IntfEntryBuilder_IsItsEntryAndNothingElse) {
   static_assert(!std::is_polymorphic_v<IntfEntryBuilder>);
   static_assert(std::is_convertible_v<IntfEntry&&, IntfEntryBuilder>);
   static_assert(!std::is_constructible_v<IntfEntryBuilder, const IntfEntry&>,
-                "a starting entry is taken over, never copied");
+                "a starting entry is moved, never copied");
 }
 
 TEST(Layout, StateSignals) {

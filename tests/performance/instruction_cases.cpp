@@ -1,4 +1,4 @@
-// Runs one conversion once, warm, inside the function that callgrind is told to look at.
+// Runs one conversion once, warm, inside the function that callgrind measures.
 #include <cstdio>
 #include <functional>
 #include <map>

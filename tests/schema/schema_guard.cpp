@@ -145,11 +145,11 @@ class Comparison {
         Break(where + " (number " + std::to_string(field.number()) + ") is now called " +
                   same_number->second->name(),
               "programs that read it by name and the text form of captures no longer find it",
-              "Restore the name; a field with another meaning takes a new number");
+              "Restore the name; a field with another meaning needs a new number");
       } else {
         Break(where + " (" + Label(field) + ", number " + std::to_string(field.number()) +
                   ") is gone",
-              Required(field) ? "a peer refuses every message without this required field"
+              Required(field) ? "a peer rejects every message without this required field"
                               : "what peers send in it is lost in the unknown fields",
               "Put the field back");
       }
@@ -160,7 +160,7 @@ class Comparison {
                                 Label(field) + ", number " + std::to_string(field.number()) + ")";
       if (Required(field)) {
         Break(where + " is new and required",
-              "messages of every peer that does not know it would be refused",
+              "messages of every peer that does not know it would be rejected",
               "Make the field optional");
       } else {
         found_.additions.push_back(where + " is new");
@@ -173,18 +173,18 @@ class Comparison {
     if (before.number() != after.number()) {
       Break(where + " changed its number from " + std::to_string(before.number()) + " to " +
                 std::to_string(after.number()),
-            "a peer looks for it under the old number and takes the new one for something else",
+            "a peer looks for it under the old number and reads the new one as something else",
             "Give it its number back");
     }
     if (Type(before) != Type(after)) {
       Break(where + " changed its type from " + Type(before) + " to " + Type(after),
             "the same bytes would mean something else to a peer, or nothing",
-            "Restore the type; another type takes a new field with a new number");
+            "Restore the type; another type needs a new field with a new number");
     }
     if (before.label() != after.label()) {
       const bool required = Required(before) || Required(after);
       Break(where + " changed from " + Label(before) + " to " + Label(after),
-            required ? "one side would refuse messages that the other side sends"
+            required ? "one side would reject messages that the other side sends"
                      : "one side would read a single value where the other sends several",
             "Restore the label");
     }
@@ -226,13 +226,13 @@ class Comparison {
       const auto found = now.find(value.name());
       if (found == now.end()) {
         Break(where + " (number " + std::to_string(value.number()) + ") is gone",
-              "a message in which a peer sends it is refused where the field is required",
+              "a message in which a peer sends it is rejected where the field is required",
               "Put the value back");
       } else if (found->second != value.number()) {
         Break(where + " changed its number from " + std::to_string(value.number()) + " to " +
                   std::to_string(found->second),
-              "a peer would read it as another value, or refuse the message",
-              "Give it its number back; a new meaning takes a new name and a new number");
+              "a peer would read it as another value, or reject the message",
+              "Give it its number back; a new meaning needs a new name and a new number");
       }
     }
     for (const auto& value : after.proto.value()) {
@@ -240,7 +240,7 @@ class Comparison {
       Break(after.file + ": value " + value.name() + " of " + name + " (number " +
                 std::to_string(value.number()) + ") is new",
             "enumerations are closed: a peer that does not know it sees the field as absent, and "
-            "refuses the message where the field is required",
+            "rejects the message where the field is required",
             "Carry the new meaning in a new optional field, or update every peer first and record "
             "the schema as released");
     }

@@ -1,87 +1,75 @@
-// Counts the allocations of the whole process, libraries included, and makes one of them fail.
-// Replaces operator new and delete: include it in exactly one source file of an executable.
+// The one replaced operator new of the tests. A program that links zorl2_test_allocations has every
+// ordinary form of operator new and delete replaced, for the libraries too. It counts allocations
+// and makes them fail on demand.
+//
+// Not for sanitized builds: a sanitizer replaces the same functions.
 #pragma once
 
 #include <atomic>
 #include <cstddef>
-#include <cstdlib>
 #include <limits>
 #include <new>
+#include <string>
+#include <vector>
 
 namespace zorl2_test {
 
-inline std::atomic<long> allocations{0};
-inline std::atomic<long> deallocations{0};
-// The allocation, counted from now on, that throws std::bad_alloc.
-inline std::atomic<long> until_failure{std::numeric_limits<long>::max()};
+constexpr long kUnlimited = std::numeric_limits<long>::max();
 
-// While it lives, every allocation from the given one on fails: 0 fails the next. The allocations
-// of a test's own expectations would fail too, so it should live around the tested call alone.
-class FailAllocations {
+// Byte that fills new memory while a Watch exists, so that a test sees what nobody wrote.
+constexpr unsigned char kPattern = 0xA5;
+
+struct AllocationState {
+  std::atomic<long> made{0};         // Allocations of the process so far.
+  std::atomic<long> live{0};         // Allocations not yet released.
+  std::atomic<std::size_t> heap{0};  // Bytes not yet released, with the overhead of each block.
+  std::atomic<std::size_t> peak{0};  // The largest value of `heap` so far.
+};
+extern AllocationState allocations;
+
+// Fails allocations while it exists. The allocations of an EXPECT would fail too, so it should
+// enclose the tested call alone.
+class Failing {
  public:
-  explicit FailAllocations(long after) { until_failure = after; }
-  ~FailAllocations() { until_failure = std::numeric_limits<long>::max(); }
-  FailAllocations(const FailAllocations&) = delete;
-  FailAllocations& operator=(const FailAllocations&) = delete;
+  // Grants `granted` allocations; then the next `failures` fail.
+  explicit Failing(long granted, long failures = kUnlimited);
+  ~Failing();
+  Failing(const Failing&) = delete;
+  Failing& operator=(const Failing&) = delete;
 };
 
-// How many allocations the call makes.
+// One call of operator new or delete: "new[] nothrow" with a size, "delete" without.
+struct Event {
+  const char* form;
+  std::size_t size;
+  void* memory;
+};
+
+// Records the events while it exists, up to kKept of them.
+class Watch {
+ public:
+  static constexpr int kKept = 64;
+  // Asked before malloc for each allocation; may return memory or null.
+  using Hook = void* (*)(const Event& event);
+
+  explicit Watch(Hook hook = nullptr);
+  ~Watch();
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+};
+
+// The events of the last Watch: how many, each of those kept, and all of those kept in the form
+// "new 16", "delete".
+int EventCount();
+const Event& EventAt(int i);
+std::vector<std::string> Events();
+
+// The number of allocations that the call makes.
 template <typename Call>
 long AllocationsOf(const Call& call) {
-  const long before = allocations;
+  const long before = allocations.made;
   call();
-  return allocations - before;
-}
-
-// Runs the call again and again, with one more allocation granted each time, until it gets through;
-// check() runs after each failure. Returns the number of failures.
-template <typename Call, typename Check>
-long FailEachAllocation(const Call& call, const Check& check) {
-  for (long granted = 0;; ++granted) {
-    bool failed = false;
-    {
-      const FailAllocations guard(granted);
-      try {
-        call();
-      } catch (const std::bad_alloc&) {
-        failed = true;
-      }
-    }
-    if (!failed) return granted;
-    check();
-  }
-}
-
-inline void* CountedAllocation(std::size_t size) {
-  if (until_failure.fetch_sub(1) <= 0) return nullptr;
-  ++allocations;
-  return std::malloc(size == 0 ? 1 : size);
-}
-
-inline void CountedDeallocation(void* memory) {
-  if (memory != nullptr) ++deallocations;
-  std::free(memory);
+  return allocations.made - before;
 }
 
 }  // namespace zorl2_test
-
-void* operator new(std::size_t size) {
-  void* memory = zorl2_test::CountedAllocation(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  return zorl2_test::CountedAllocation(size);
-}
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return zorl2_test::CountedAllocation(size);
-}
-void operator delete(void* memory) noexcept { zorl2_test::CountedDeallocation(memory); }
-void operator delete(void* memory, std::size_t) noexcept {
-  zorl2_test::CountedDeallocation(memory);
-}
-void operator delete[](void* memory) noexcept { zorl2_test::CountedDeallocation(memory); }
-void operator delete[](void* memory, std::size_t) noexcept {
-  zorl2_test::CountedDeallocation(memory);
-}

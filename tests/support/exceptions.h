@@ -1,4 +1,4 @@
-// The two refusals of the translation tables, checked by exact type and text.
+// The two exceptions of the translation tables, checked by exact type and text.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -11,9 +11,12 @@
 
 namespace zorl2_test {
 
-// Runs the call, which must throw an Exception, no class derived from it, with this text.
+// Runs the call, which must throw an Exception, no class derived from it, with this text, and write
+// nothing to the standard streams.
 template <typename Exception, typename Call>
 void ExpectThrowsExactly(const char* text, const Call& call) {
+  testing::internal::CaptureStdout();
+  testing::internal::CaptureStderr();
   try {
     call();
     ADD_FAILURE() << "threw nothing, expected \"" << text << "\"";
@@ -21,6 +24,8 @@ void ExpectThrowsExactly(const char* text, const Call& call) {
     EXPECT_EQ(typeid(error), typeid(Exception)) << typeid(error).name();
     EXPECT_STREQ(error.what(), text);
   }
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
 // The bimap tables: the seven enumerations nested in the native entry.

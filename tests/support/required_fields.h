@@ -10,7 +10,7 @@
 
 namespace zorl2_test {
 
-// The way from a message down to one of its fields; an index of -1 marks a singular field.
+// The path from a message to one of its fields; an index of -1 marks a singular field.
 struct FieldPath {
   struct Step {
     const google::protobuf::FieldDescriptor* field;
@@ -61,7 +61,7 @@ inline std::vector<FieldPath> RequiredFields(const google::protobuf::Message& me
   return paths;
 }
 
-// Takes the one field away and leaves everything else.
+// Removes one field and leaves everything else.
 inline void RemoveField(const FieldPath& path, google::protobuf::Message& message) {
   google::protobuf::Message* at = &message;
   for (std::size_t i = 0; i + 1 < path.steps.size(); ++i) {

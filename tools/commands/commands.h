@@ -13,5 +13,6 @@ void AddEncodeCommand(CLI::App& app, int& status);
 void AddDiffCommand(CLI::App& app, int& status);
 void AddExplainCommand(CLI::App& app, int& status);
 void AddStatsCommand(CLI::App& app, int& status);
+void AddSummaryCommand(CLI::App& app, int& status);
 
 }  // namespace zorl2_inspect

@@ -8,6 +8,7 @@
 #include "tools/commands/options.h"
 #include "tools/input/message_reader.h"
 #include "tools/model/changes.h"
+#include "tools/model/filter.h"
 #include "tools/model/findings.h"
 #include "tools/model/message_types.h"
 #include "tools/text/error.h"
@@ -23,6 +24,7 @@ struct DiffArguments {
   std::string after;
   bool json = false;
   bool strict = false;
+  std::vector<std::string> where;
   std::string colour = "auto";
 };
 
@@ -32,15 +34,21 @@ struct Capture {
   DiffSide side;
   std::vector<std::unique_ptr<Message>> owned;
   int status = kExitOk;
+  std::unique_ptr<Filter> filter;
 };
 
-Capture Read(InputOptions options, const std::string& file, bool strict) {
+Capture Read(const DiffArguments& arguments, const std::string& file) {
+  InputOptions options = arguments.input;
   options.file = file;
-  options.strict = strict;
+  options.strict = arguments.strict;
   Input input(options);
-  MessageReader reader(input, strict, {});
+  MessageReader reader(input, arguments.strict, {});
   Capture capture;
   capture.side.name = input.name();
+  if (!arguments.where.empty()) {
+    capture.filter = std::make_unique<Filter>(input.type(), arguments.where);
+    capture.side.filter = capture.filter.get();
+  }
   Record record;
   for (;;) {
     std::unique_ptr<Message> message = NewMessage(input.type());
@@ -58,8 +66,8 @@ int RunDiff(const DiffArguments& arguments) {
   if (arguments.before == "-" && arguments.after == "-") {
     throw Error("standard input", "both captures", "one of them in a file");
   }
-  const Capture before = Read(arguments.input, arguments.before, arguments.strict);
-  const Capture after = Read(arguments.input, arguments.after, arguments.strict);
+  const Capture before = Read(arguments, arguments.before);
+  const Capture after = Read(arguments, arguments.after);
   const DiffResult result = Compare(before.side, after.side);
   Output output;
   if (arguments.json) {
@@ -85,12 +93,15 @@ void AddDiffCommand(CLI::App& app, int& status) {
   AddReadingOptions(*command, arguments->input);
   AddStrictOption(*command, arguments->strict);
   command->add_flag("--json", arguments->json, "Print JSON");
+  AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
-      "their order makes no difference. A list can be compared with a single entry. Exit status:\n"
-      "0 equal, 1 different, or a message is damaged or lacks a field, 2 an input cannot be "
-      "read.\n\n"
+      "their order makes no difference. A list can be compared with a single entry. Texts of\n"
+      "more than 200 bytes are compared by lines. Exit status: 0 equal, 1 different, or a message\n"
+      "is damaged or lacks a field, 2 an input cannot be read.\n"
+      "--where compares the elements that are selected before or after; \"zorl2-inspect show\n"
+      "--help\" describes its conditions.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");

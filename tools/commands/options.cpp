@@ -1,5 +1,6 @@
 #include "tools/commands/options.h"
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <CLI/App.hpp>
@@ -7,6 +8,7 @@
 #include <map>
 
 #include "tools/input/waiting.h"
+#include "tools/text/error.h"
 
 namespace zorl2_inspect {
 
@@ -58,6 +60,22 @@ void AddFollowOption(CLI::App& command, InputOptions& options) {
 void AddForceOption(CLI::App& command, bool& force) {
   command.add_flag("--force", force,
                    "Write wire bytes to a terminal, too; by default that is an error");
+}
+
+void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions) {
+  command
+      .add_option(
+          "--where", conditions,
+          "Select by FIELD OP VALUE, such as oper=DOWN; all conditions must hold. OP is\n"
+          "= != < <= > >= or ~ (a part of the text, or a pattern with * and ?). Everything\n"
+          "is selected if omitted")
+      ->allow_extra_args(false)
+      ->type_name("CONDITION");
+}
+
+void NoteNothingSelected(const std::string& name, const Filter& filter) {
+  if (filter.empty() || filter.selected() > 0) return;
+  PrintNote(fmt::format("{}: none of {} elements is selected by --where", name, filter.seen()));
 }
 
 void AddColourOption(CLI::App& command, std::string& when) {

@@ -3,8 +3,10 @@
 
 #include <CLI/App.hpp>
 #include <string>
+#include <vector>
 
 #include "tools/input/input.h"
+#include "tools/model/filter.h"
 #include "tools/text/colours.h"
 
 namespace zorl2_inspect {
@@ -21,6 +23,10 @@ void AddStrictOption(CLI::App& command, bool& strict);
 void AddFollowOption(CLI::App& command, InputOptions& options);
 // --force.
 void AddForceOption(CLI::App& command, bool& force);
+// --where, as often as the operator likes.
+void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions);
+// Reports on standard error that nothing was selected, if that is so.
+void NoteNothingSelected(const std::string& name, const Filter& filter);
 // --color.
 void AddColourOption(CLI::App& command, std::string& when);
 

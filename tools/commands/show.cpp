@@ -5,13 +5,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "check/check.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/input/message_reader.h"
 #include "tools/model/check_text.h"
+#include "tools/model/columns.h"
 #include "tools/model/entry_row.h"
+#include "tools/model/filter.h"
 #include "tools/model/findings.h"
 #include "tools/model/message_forms.h"
 #include "tools/model/message_types.h"
@@ -33,6 +36,8 @@ struct ShowArguments {
   bool json = false;
   bool strict = false;
   bool force = false;
+  std::vector<std::string> where;
+  std::string columns;
   std::string colour = "auto";
 };
 
@@ -43,8 +48,14 @@ class Show {
         palette_(PaletteFor(arguments.colour)),
         rows_(output_, palette_),
         input_(WithHooks(arguments)),
-        reader_(input_, arguments.strict, [this] { Flush(); }) {
+        reader_(input_, arguments.strict, [this] { Flush(); }),
+        filter_(input_.type(), arguments.where) {
     if (form_ == "wire") output_.RejectTerminal(arguments.force);
+    if (!arguments.columns.empty()) {
+      if (form_ != "table") throw Error("--columns", "--output " + form_, "--output table");
+      columns_.emplace(input_.type(), arguments.columns);
+      rows_.Replace(ColumnsTable(*columns_));
+    }
     if (form_ != "table" && form_ != "native") {
       writer_.emplace(output_, FormNamed(form_), input_.delimited());
     }
@@ -54,6 +65,7 @@ class Show {
     const std::unique_ptr<Message> message = NewMessage(input_.type());
     Record record;
     while (reader_.Next(record, *message)) {
+      if (!filter_.Apply(message.get())) continue;
       const bool converts = Converts(zorl2::check::Check(*message));
       if (strict_ && !converts) Report(record, *message);
       ShowRecord(*message, record);
@@ -61,6 +73,7 @@ class Show {
     }
     rows_.Finish();
     output_.Finish();
+    NoteNothingSelected(input_.name(), filter_);
     return reader_.status();
   }
 
@@ -79,7 +92,11 @@ class Show {
   }
 
   void Report(const Record& record, const Message& message) {
-    reader_.Report(record, FindAll(message).rejections);
+    std::vector<zorl2::check::Verdict> rejections = FindAll(message).rejections;
+    for (zorl2::check::Verdict& verdict : rejections) {
+      verdict.field = filter_.PathBefore(verdict.field);
+    }
+    reader_.Report(record, rejections);
   }
 
   void ShowRecord(const Message& message, const Record& record) {
@@ -89,14 +106,32 @@ class Show {
     } else if (form_ == "native") {
       if (input_.delimited()) output_.Print("# record {}\n", record.number);
       PrintNative(message, output_);
+    } else if (columns_) {
+      ShowColumns(message, record);
     } else if (input_.delimited() &&
                message.GetDescriptor() == zorl2::protobuf::IntfEntry::descriptor()) {
       const auto& entry = static_cast<const zorl2::protobuf::IntfEntry&>(message);
       rows_.Add(record.number, MakeEntryRow(entry));
     } else {
-      if (input_.delimited() && record.number > 1) output_.Write('\n');
-      PrintMessage(message, Title(record), output_, palette_);
+      if (shown_) output_.Write('\n');
+      PrintMessage(message, Title(record), filter_, output_, palette_);
+      shown_ = true;
     }
+  }
+
+  void ShowColumns(const Message& message, const Record& record) {
+    const std::vector<EntryRow> rows = columns_->Rows(message);
+    if (input_.delimited()) {
+      for (const EntryRow& row : rows) rows_.Add(record.number, row);
+      return;
+    }
+    std::string title = Title(record);
+    if (!filter_.empty()) {
+      title += fmt::format(": {} of {} elements", filter_.selected(), filter_.last_seen());
+    }
+    output_.Print("{}\n\n", palette_(Colour::kBold, title));
+    PrintRows(rows, ColumnsTable(*columns_), output_, palette_);
+    PrintNotKept(message, filter_, output_, palette_);
   }
 
   void NoteUnknown(const Message& message) const {
@@ -125,6 +160,9 @@ class Show {
   Input input_;
   MessageReader reader_;
   std::optional<MessageWriter> writer_;
+  Filter filter_;
+  std::optional<Columns> columns_;
+  bool shown_ = false;
 };
 
 }  // namespace
@@ -144,15 +182,30 @@ void AddShowCommand(CLI::App& app, int& status) {
       ->type_name("FORM");
   command->add_flag("--json", arguments->json, "Print JSON, like --output json");
   AddForceOption(*command, arguments->force);
+  AddWhereOption(*command, arguments->where);
+  command
+      ->add_option("--columns", arguments->columns,
+                   "Set the columns of the table: short names or paths, separated by commas; the\n"
+                   "usual ones if omitted")
+      ->type_name("LIST");
   AddColourOption(*command, arguments->colour);
   command->footer(
+      "FIELD is a path such as statusInfo.operationalStatus, or a short name: id, parent, name, "
+      "type,\n"
+      "category, admin, oper, link, speed, mtu, duplex, shut (the protocols that shut a port), "
+      "block\n"
+      "(those that block it). A repeated field needs one value that fits. != is true where = is\n"
+      "false. An empty VALUE stands for no value: 'shut!=' selects the ports that are shut. Names "
+      "of\n"
+      "enumerations may be shortened: admin=up.\n\n"
       "A value that the native record does not keep has \"!\" after it, a value because of which "
       "the\n"
-      "conversion fails has \"!!\". Exit status: 0 done, 1 a message is damaged or does not "
-      "convert,\n"
-      "2 the input cannot be read.\n\n"
+      "conversion fails has \"!!\". Exit status: 0 done, also if nothing is selected, 1 a message "
+      "is\n"
+      "damaged or does not convert, 2 the input cannot be read.\n\n"
       "Examples:\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"
+      "  zorl2-inspect snapshot | zorl2-inspect show --where admin=up --columns name,oper,mtu -\n"
       "  echo '0a 04 00 00 00 07' | zorl2-inspect show --type Zorid -");
   command->callback([arguments, &status] { status = Show(*arguments).Run(); });
 }

@@ -10,9 +10,11 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/model/filter.h"
 #include "tools/model/record_counter.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
@@ -25,6 +27,7 @@ namespace {
 struct StatsArguments {
   InputOptions input;
   bool json = false;
+  std::vector<std::string> where;
   std::uint64_t listed = 20;
 };
 
@@ -36,7 +39,8 @@ class Stats {
       : live_(arguments.input.follow && !arguments.json && isatty(STDOUT_FILENO) == 1),
         view_(output_, arguments.json, arguments.listed),
         input_(WithHooks(arguments)),
-        counter_(input_.type()),
+        filter_(input_.type(), arguments.where),
+        counter_(input_.type(), &filter_),
         progress_(live_ ? 0 : input_.size()) {}
 
   int Run() {
@@ -55,6 +59,7 @@ class Stats {
     Sum();
     view_.End(summary_, counter_.Sections(), broken_ ? ProblemText(*broken_) : std::string());
     output_.Finish();
+    NoteNothingSelected(input_.name(), filter_);
     if (broken_) PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*broken_)));
     if (input_.CannotRead()) return kExitError;
     const std::uint64_t good = summary_.outcomes[static_cast<std::size_t>(RecordOutcome::kGood)];
@@ -83,7 +88,12 @@ class Stats {
         return;
       }
     } else {
-      outcome = counter_.Take(record.bytes, &problem);
+      const auto taken = counter_.Take(record.bytes, &problem);
+      if (!taken) {
+        ++summary_.left_out;
+        return;
+      }
+      outcome = *taken;
       if (problem.offset) *problem.offset += record.offset;
     }
     summary_.Add(size);
@@ -123,6 +133,7 @@ class Stats {
   std::chrono::steady_clock::time_point next_refresh_;
   // Reads while it is made, and may refresh before it waits.
   Input input_;
+  Filter filter_;
   RecordCounter counter_;
   Progress progress_;
   std::optional<Problem> broken_;
@@ -143,6 +154,7 @@ void AddStatsCommand(CLI::App& app, int& status) {
   command->add_flag_callback(
       "--delimited", [] {}, "Accepted for symmetry; the input of stats is always length-prefixed");
   AddFollowOption(*command, arguments->input);
+  AddWhereOption(*command, arguments->where);
   command->add_flag("--json", arguments->json, "Print JSON");
   command->add_option("--list", arguments->listed, "List so many records that are not good")
       ->capture_default_str()
@@ -159,7 +171,9 @@ void AddStatsCommand(CLI::App& app, int& status) {
       "Needs the same memory for any stream. Exit status: 0 all records are good, 1 some are not,\n"
       "or the stream ends inside a record, 2 the input cannot be read. With --follow on a "
       "terminal\n"
-      "the report is refreshed; Ctrl-C prints it as it is then.\n\n"
+      "the report is refreshed; Ctrl-C prints it as it is then. \"zorl2-inspect show --help\"\n"
+      "describes the conditions of --where; they do not leave out records that are no "
+      "messages.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");
   command->callback([arguments, &status] { status = Stats(*arguments).Run(); });

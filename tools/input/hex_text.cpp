@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <utility>
@@ -57,6 +58,19 @@ std::vector<Token> Tokens(std::string_view line, std::size_t* end) {
   }
   *end = at;
   return tokens;
+}
+
+constexpr const char* kPayload =
+    "one payload, from tshark -T fields -e udp.payload (or tcp.payload, or data)";
+
+// Whether the digits are this number in base 8.
+bool IsOctal(std::string_view digits, std::size_t number) {
+  std::uint64_t value = 0;
+  for (const char digit : digits) {
+    if (Digit(digit) > 7) return false;
+    value = value << 3 | Digit(digit);
+  }
+  return value == number;
 }
 
 class Decoder {
@@ -128,7 +142,15 @@ class Decoder {
       while (bytes.size() < value) bytes += row;
       repeat_ = false;
     }
+    if (any_ && value == 0) {
+      return Fail(offset.column, fmt::format("the offset {} of another dump", offset.digits),
+                  kPayload);
+    }
     if (any_ && value != bytes.size()) {
+      if (IsOctal(offset.digits, bytes.size())) {
+        return Fail(offset.column, fmt::format("the octal offset {}", offset.digits),
+                    "hexadecimal offsets, from od -Ax -tx1");
+      }
       return Fail(offset.column, fmt::format("the offset {}", offset.digits),
                   fmt::format("{:x}", bytes.size()));
     }
@@ -169,8 +191,14 @@ class Decoder {
   std::size_t last_line_ = 0;
 };
 
-// A dump begins every line with an offset. The first offset is zero, longer than a byte, and a gap
-// or a colon follows it.
+bool OnlyBytesFollow(const std::vector<Token>& tokens) {
+  return tokens.size() > 1 && std::all_of(tokens.begin() + 1, tokens.end(), [](const Token& token) {
+           return token.digits.size() == 2;
+         });
+}
+
+// A dump begins every line with an offset. The first offset is zero and longer than a byte; a gap,
+// a colon or nothing but single bytes follow it.
 bool LooksLikeDump(std::string_view text) {
   while (!text.empty()) {
     const std::size_t length = text.find('\n');
@@ -183,7 +211,7 @@ bool LooksLikeDump(std::string_view text) {
       const Token& offset = tokens.front();
       return offset.digits.size() >= 4 &&
              offset.digits.find_first_not_of('0') == offset.digits.npos &&
-             (offset.gap_follows || offset.colon_follows);
+             (offset.gap_follows || offset.colon_follows || OnlyBytesFollow(tokens));
     }
     text.remove_prefix(length == text.npos ? text.size() : length + 1);
   }
@@ -192,7 +220,13 @@ bool LooksLikeDump(std::string_view text) {
 
 }  // namespace
 
+std::string_view WithoutMark(std::string_view text) {
+  if (text.substr(0, 3) == "\xef\xbb\xbf") text.remove_prefix(3);
+  return text;
+}
+
 std::optional<std::string> DecodeHex(std::string_view text, Problem* problem) {
+  text = WithoutMark(text);
   Decoder decoder(problem);
   if (!decoder.Decode(text, LooksLikeDump(text))) return std::nullopt;
   return std::move(decoder.bytes);

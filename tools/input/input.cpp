@@ -12,6 +12,7 @@
 
 #include "tools/input/hex_text.h"
 #include "tools/input/message_text.h"
+#include "tools/input/mistakes.h"
 #include "tools/model/check_text.h"
 #include "tools/model/message_types.h"
 #include "tools/wire/wire_find.h"
@@ -145,6 +146,10 @@ void Input::OpenStream(const InputOptions& options) {
     const ssize_t got = pread(descriptor_, beginning.data(), beginning.size(), 0);
     beginning.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
     form_ = RecogniseForm(beginning) == InputForm::kHex ? InputForm::kHex : InputForm::kWire;
+    if (form_ == InputForm::kWire && !LooksLikeRecord(beginning)) {
+      const std::optional<Mistake> mistake = RecogniseMistake(beginning, options.file);
+      if (mistake) throw Error(name_, mistake->found, mistake->expected);
+    }
   }
   if (form_ == InputForm::kHex) {
     const std::string bytes = DecodeHexOrThrow(ReadAll(descriptor_, name_), name_);
@@ -163,6 +168,25 @@ void Input::OpenStream(const InputOptions& options) {
   type_ = ReportInferred(name_, form_, inferred);
 }
 
+void Input::RejectMistakes(const std::string& file, std::string_view content,
+                           std::string_view bytes) {
+  if (type_ != nullptr && IsFlawless(bytes, *type_)) return;
+  const InferredType inferred = InferTypeFromWire(bytes);
+  if (inferred.flawless && type_ == nullptr) return;
+  std::optional<Mistake> mistake = RecogniseMistake(content, file);
+  if (!mistake && content.data() != bytes.data()) mistake = RecogniseMistake(bytes, file);
+  if (mistake) throw Error(name_, mistake->found, mistake->expected);
+  // A few fields prove nothing: short messages fit many types.
+  constexpr int kFewest = 5;
+  if (!inferred.flawless || inferred.fields < kFewest) return;
+  const std::unique_ptr<Message> message = NewMessage(*type_);
+  const bool whole = message->ParseFromArray(bytes.data(), static_cast<int>(bytes.size()));
+  const std::string found =
+      fmt::format("a message that fits {} better than {}", inferred.type->name(), type_->name());
+  if (!whole) throw Error(name_, found, "--type " + inferred.type->name());
+  PrintNote(fmt::format("{}: {} (--type {})", name_, found, inferred.type->name()));
+}
+
 void Input::ReadWhole(const InputOptions& options) {
   std::string content = ReadAll(descriptor_, name_);
   if (form_ == InputForm::kInferred) form_ = RecogniseForm(content);
@@ -174,7 +198,13 @@ void Input::ReadWhole(const InputOptions& options) {
         ReadMessage(text, *type_, options.strict ? nullptr : &missing_)->SerializePartialAsString();
     return;
   }
-  bytes_ = form_ == InputForm::kHex ? DecodeHexOrThrow(content, name_) : std::move(content);
+  if (form_ == InputForm::kHex) {
+    bytes_ = DecodeHexOrThrow(content, name_);
+  } else {
+    bytes_ = std::move(content);
+    content.clear();
+  }
+  RejectMistakes(options.file, content.empty() ? bytes_ : content, bytes_);
   if (infer_type) type_ = ReportInferred(name_, form_, InferTypeFromWire(bytes_));
 }
 

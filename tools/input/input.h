@@ -100,6 +100,9 @@ class Input {
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
   void ReadWhole(const InputOptions& options);
+  // Throws Error for bytes that are no message, but something that the tool recognises, or a
+  // message of another type than the one that was asked for.
+  void RejectMistakes(const std::string& file, std::string_view content, std::string_view bytes);
 
   std::string name_;
   InputForm form_;

@@ -6,6 +6,7 @@
 
 #include "tools/input/hex_text.h"
 #include "tools/input/message_text.h"
+#include "tools/input/type_inference.h"
 #include "tools/wire/wire_reader.h"
 
 namespace zorl2_inspect {
@@ -66,6 +67,13 @@ InputForm RecogniseForm(std::string_view content) {
   if (DecodeHex(content.substr(0, line_end), &ignored)) return InputForm::kHex;
   if (LooksLikeText(content)) return InputForm::kText;
   return InputForm::kWire;
+}
+
+bool LooksLikeRecord(std::string_view beginning) {
+  WireReader reader(beginning);
+  std::size_t length = 0;
+  if (!reader.Length(&length) || length > reader.left()) return false;
+  return length == 0 || InferTypeFromWire(reader.Take(length)).flawless;
 }
 
 bool LooksDelimited(std::string_view bytes) {

@@ -19,6 +19,9 @@ const char* FormName(InputForm form);
 // The form of the content, by its beginning; wire bytes if it is no other.
 InputForm RecogniseForm(std::string_view content);
 
+// Whether a message that could be one of the schema follows its length at the beginning.
+bool LooksLikeRecord(std::string_view beginning);
+
 // Whether the bytes are length-prefixed records, to the last byte.
 bool LooksDelimited(std::string_view bytes);
 

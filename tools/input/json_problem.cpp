@@ -43,7 +43,7 @@ JsonProblem SyntaxProblem(std::string_view text, std::size_t offset,
       break;
     case rapidjson::kParseErrorStringInvalidEncoding:
       problem.found = "a byte or a control character that a string cannot have";
-      problem.expected = "UTF-8, or an escape such as \\n";
+      problem.expected = "UTF-8, an escape such as \\n, or {\"hex\": \"67 ff\"} for other bytes";
       break;
     case rapidjson::kParseErrorStringEscapeInvalid:
     case rapidjson::kParseErrorStringUnicodeEscapeInvalidHex:

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tools/input/hex_text.h"
 #include "tools/input/json_value.h"
 #include "tools/model/message_types.h"
 #include "tools/text/json_allocator.h"
@@ -71,7 +72,13 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     Frame& frame = frames_.back();
+    if (in_hex_) return Fail(start, "hexadecimal text");
     if (frame.field->is_repeated() && !frame.in_array) return Fail(start, "an array");
+    if (frame.field->cpp_type() == FieldDescriptor::CPPTYPE_STRING) {
+      in_hex_ = true;
+      has_bytes_ = false;
+      return true;
+    }
     if (frame.field->message_type() == nullptr) return Fail(start, ExpectedValue(*frame.field));
     if (frames_.size() > kDeepest) return Fail(start, "at most 100 levels of nesting");
     const Reflection& reflection = *frame.message->GetReflection();
@@ -86,6 +93,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     last_ = stream_.Tell();
     Frame& frame = frames_.back();
     const std::string_view name(text, size);
+    if (in_hex_) return name == "hex" && !has_bytes_ ? true : Fail(start, "one member, \"hex\"");
     const Descriptor& type = *frame.message->GetDescriptor();
     frame.field = nullptr;
     const FieldDescriptor* field = FieldNamed(type, name);
@@ -100,6 +108,12 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   bool EndObject(rapidjson::SizeType) {
     const std::size_t start = Start();
     last_ = start + 1;
+    if (in_hex_) {
+      in_hex_ = false;
+      if (!has_bytes_) return Fail(start, "one member, \"hex\"");
+      EndValue();
+      return true;
+    }
     frames_.back().field = nullptr;
     if (messages_.size() == watched_message_ + 1 && Path(true) == watched_path_)
       watched_end = start;
@@ -117,6 +131,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
       return true;
     }
     Frame& frame = frames_.back();
+    if (in_hex_) return Fail(start, "hexadecimal text");
     if (!frame.field->is_repeated() || frame.in_array) return Fail(start, Expected(frame));
     frame.in_array = true;
     frame.index = 0;
@@ -161,13 +176,23 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     last_ = stream_.Tell();
     if (frames_.empty()) return Fail(start, "an object for " + type_.name());
     Frame& frame = frames_.back();
+    if (in_hex_) return Hexadecimal(start, value, frame);
     const bool absent = value.kind == JsonValue::Kind::kNull && !frame.in_array;
-    const bool fits = frame.field->message_type() == nullptr &&
-                      frame.field->is_repeated() == frame.in_array &&
+    const bool fits = frame.field->is_repeated() == frame.in_array &&
                       StoreValue(value, *frame.field, *frame.message);
     if (!absent && !fits) return Fail(start, Expected(frame));
     EndValue();
     return true;
+  }
+
+  // The member of the object that a text which is not UTF-8 is written as.
+  bool Hexadecimal(std::size_t start, const JsonValue& value, Frame& frame) {
+    Problem ignored;
+    std::optional<std::string> bytes;
+    if (value.kind == JsonValue::Kind::kText) bytes = DecodeHex(value.text, &ignored);
+    if (!bytes) return Fail(start, "hexadecimal text");
+    has_bytes_ = true;
+    return StoreValue({JsonValue::Kind::kText, *bytes}, *frame.field, *frame.message);
   }
 
   void EndValue() {
@@ -205,6 +230,9 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   std::size_t last_ = 0;
   std::vector<Frame> frames_;
   bool in_root_array_ = false;
+  // In the object of a text that is not UTF-8, and whether its bytes have come.
+  bool in_hex_ = false;
+  bool has_bytes_ = false;
   std::size_t watched_message_ = static_cast<std::size_t>(-1);
   std::string_view watched_path_;
 };

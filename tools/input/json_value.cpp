@@ -2,12 +2,15 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <optional>
+
+#include "zorid.pb.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -18,6 +21,9 @@ using google::protobuf::EnumValueDescriptor;
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;
+using zorl2::protobuf::Zorid;
+
+constexpr int kOctets = 4;
 
 // A whole number, also as 1.0 or 1e3.
 template <typename Integer>
@@ -46,6 +52,28 @@ bool StoreNumber(const JsonValue& value, const FieldDescriptor& field, Message& 
   if (!number) return false;
   const Reflection& reflection = *message.GetReflection();
   (reflection.*(field.is_repeated() ? add : set))(&message, &field, *number);
+  return true;
+}
+
+// "0.0.1.44" as an identifier. Its values need not be octets.
+bool StoreIdentifier(const JsonValue& value, const FieldDescriptor& field, Message& message) {
+  if (field.message_type() != Zorid::descriptor() || value.kind != JsonValue::Kind::kText) {
+    return false;
+  }
+  Zorid id;
+  std::string_view rest = value.text;
+  for (int i = 0; i < kOctets; ++i) {
+    const std::size_t dot = i + 1 < kOctets ? rest.find('.') : rest.size();
+    const std::string_view digits = rest.substr(0, dot);
+    const std::optional<std::uint32_t> number = WholeNumber<std::uint32_t>(digits);
+    if (!number || dot == rest.npos) return false;
+    id.add_value(*number);
+    rest.remove_prefix(std::min(dot + 1, rest.size()));
+  }
+  const Reflection& reflection = *message.GetReflection();
+  Message* const stored = field.is_repeated() ? reflection.AddMessage(&message, &field)
+                                              : reflection.MutableMessage(&message, &field);
+  stored->CopyFrom(id);
   return true;
 }
 
@@ -139,6 +167,8 @@ bool StoreValue(const JsonValue& value, const FieldDescriptor& field, Message& m
     case FieldDescriptor::CPPTYPE_UINT64:
       return StoreNumber<std::uint64_t>(value, field, message, &Reflection::SetUInt64,
                                         &Reflection::AddUInt64);
+    case FieldDescriptor::CPPTYPE_MESSAGE:
+      return StoreIdentifier(value, field, message);
     default:
       return false;  // No field of the schema has another type.
   }

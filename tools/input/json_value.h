@@ -27,7 +27,8 @@ std::string ExpectedField(const google::protobuf::Descriptor& type);
 // What a field that is no message accepts: "true or false", "one of UP, DOWN".
 std::string ExpectedValue(const google::protobuf::FieldDescriptor& field);
 
-// Sets the field, or adds a value to a repeated one. Returns false if the value does not fit.
+// Sets the field, or adds a value to a repeated one. Of messages, only an identifier has such a
+// value: "0.0.0.7". Returns false if the value does not fit.
 bool StoreValue(const JsonValue& value, const google::protobuf::FieldDescriptor& field,
                 google::protobuf::Message& message);
 

@@ -134,11 +134,6 @@ std::size_t FirstField(std::string_view text) {
 
 }  // namespace
 
-std::string_view WithoutMark(std::string_view text) {
-  if (text.substr(0, 3) == "\xef\xbb\xbf") text.remove_prefix(3);
-  return text;
-}
-
 bool LooksLikeJson(std::string_view text) {
   const std::size_t start = text.find_first_not_of(" \t\r\n");
   return start != std::string_view::npos && (text[start] == '{' || text[start] == '[');
@@ -146,7 +141,7 @@ bool LooksLikeJson(std::string_view text) {
 
 InferredType InferTypeOfText(const MessageText& input) {
   if (FirstField(input.text) == input.text.size() && !LooksLikeJson(input.text)) {
-    return {nullptr, "an empty text may be of any type"};
+    return {nullptr, "an empty text may be of any type", false, 0};
   }
   std::vector<const Descriptor*> accepting;
   std::vector<const Descriptor*> furthest;
@@ -172,19 +167,20 @@ InferredType InferTypeOfText(const MessageText& input) {
       reasons.insert(stop->reason);
     }
   }
-  if (accepting.size() == 1) return {accepting.front(), "no other type accepts the text"};
+  if (accepting.size() == 1) return {accepting.front(), "no other type accepts the text", false, 0};
   if (accepting.size() > 1) return AmbiguousType(accepting);
   if (furthest.size() == 1) {
-    return {furthest.front(), "no type accepts the text, this one accepts most of it"};
+    return {furthest.front(), "no type accepts the text, this one accepts most of it", false, 0};
   }
   // Where all of them stop, none has come to a field of its own.
   if (!furthest.empty() && furthest.size() < MessageTypes().size()) {
     if (reasons.size() > 1) return AmbiguousType(furthest);
-    return {furthest.front(), "no type accepts the text, no other one accepts more of it"};
+    return {furthest.front(), "no type accepts the text, no other one accepts more of it", false,
+            0};
   }
   // Text that is no JSON has the same problem for every type.
   if (same_problem) Fail(input, *same_problem);
-  return {nullptr, "the text begins with a field of no message"};
+  return {nullptr, "the text begins with a field of no message", false, 0};
 }
 
 std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor& type,

@@ -10,13 +10,11 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/input/hex_text.h"
 #include "tools/input/type_inference.h"
 #include "tools/text/error.h"
 
 namespace zorl2_inspect {
-
-// The text without a byte order mark.
-std::string_view WithoutMark(std::string_view text);
 
 // JSON begins with a brace or a bracket, the text format never does.
 bool LooksLikeJson(std::string_view text);

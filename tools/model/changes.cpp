@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "interface_entry.pb.h"
+#include "tools/model/elements.h"
 #include "tools/model/field_text.h"
 #include "tools/text/error.h"
 
@@ -17,29 +18,6 @@ namespace pb = zorl2::protobuf;
 using google::protobuf::Descriptor;
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
-
-bool IsMessage(const FieldDescriptor& field) {
-  return field.cpp_type() == FieldDescriptor::CPPTYPE_MESSAGE;
-}
-
-// The field that identifies a message as one element among others; null if it has none.
-const FieldDescriptor* IdentifierOf(const Descriptor& type) {
-  const FieldDescriptor* field = type.FindFieldByName("zorid");
-  const bool fits = field != nullptr && IsMessage(*field) && !field->is_repeated() &&
-                    field->message_type() == pb::Zorid::descriptor();
-  return fits ? field : nullptr;
-}
-
-// The list of identified elements that a message is about; null if it has none.
-const FieldDescriptor* ListOf(const Descriptor& type) {
-  for (int i = 0; i < type.field_count(); ++i) {
-    const FieldDescriptor* field = type.field(i);
-    if (field->is_repeated() && IsMessage(*field) && IdentifierOf(*field->message_type())) {
-      return field;
-    }
-  }
-  return nullptr;
-}
 
 // Identifiers are ordered as numbers are, and not as their texts.
 using Key = std::pair<std::vector<std::uint32_t>, std::size_t>;
@@ -120,6 +98,10 @@ std::string KeyText(const Element& element, const Contents& contents) {
   return text;
 }
 
+bool IsSelected(const DiffSide& side, const Element& element) {
+  return side.filter == nullptr || side.filter->Selects(*element.message);
+}
+
 void CompareAround(const Contents& before, const Contents& after, DiffResult* result) {
   if (before.around == nullptr || after.around == nullptr) return;
   const Descriptor& type = *before.around->GetDescriptor();
@@ -142,20 +124,29 @@ DiffResult Compare(const DiffSide& before, const DiffSide& after) {
     throw Error(after.name, new_contents.type->name(),
                 fmt::format("{} as in {}", old_contents.type->name(), before.name));
   }
-  result.elements_before = old_contents.elements.size();
-  result.elements_after = new_contents.elements.size();
-  CompareAround(old_contents, new_contents, &result);
+  const bool filtered = before.filter != nullptr || after.filter != nullptr;
+  if (!filtered) CompareAround(old_contents, new_contents, &result);
 
   auto old_place = old_contents.elements.begin();
   auto new_place = new_contents.elements.begin();
   while (old_place != old_contents.elements.end() || new_place != new_contents.elements.end()) {
     const bool no_new = new_place == new_contents.elements.end();
     const bool no_old = old_place == old_contents.elements.end();
-    if (no_new || (!no_old && old_place->key < new_place->key)) {
+    const bool removed = no_new || (!no_old && old_place->key < new_place->key);
+    const bool added = !removed && (no_old || new_place->key < old_place->key);
+    if (filtered && (added || !IsSelected(before, *old_place)) &&
+        (removed || !IsSelected(after, *new_place))) {
+      if (!added) ++old_place;
+      if (!removed) ++new_place;
+      continue;
+    }
+    result.elements_before += added ? 0 : 1;
+    result.elements_after += removed ? 0 : 1;
+    if (removed) {
       result.changes.push_back(
           {Kind::kRemoved, KeyText(*old_place, known), old_place->message, nullptr, {}});
       ++old_place;
-    } else if (no_old || new_place->key < old_place->key) {
+    } else if (added) {
       result.changes.push_back(
           {Kind::kAdded, KeyText(*new_place, known), nullptr, new_place->message, {}});
       ++new_place;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tools/model/field_changes.h"
+#include "tools/model/filter.h"
 
 namespace zorl2_inspect {
 
@@ -15,6 +16,8 @@ namespace zorl2_inspect {
 struct DiffSide {
   std::string name;
   std::vector<const google::protobuf::Message*> records;
+  // Null if everything is selected.
+  const Filter* filter = nullptr;
 };
 
 // The change of one element: an entry, a state, a hold time, or a whole record without an
@@ -40,7 +43,8 @@ struct DiffResult {
 
 // Pairs the elements of lists and the entries of streams by identifier, the second element with an
 // identifier with the second one with it, and so on; pairs everything else by place. The order of
-// paired elements makes no difference. Throws Error if the two have elements of different types.
+// paired elements makes no difference. Leaves out what the filters select on neither side.
+// Throws Error if the two have elements of different types.
 DiffResult Compare(const DiffSide& before, const DiffSide& after);
 
 }  // namespace zorl2_inspect

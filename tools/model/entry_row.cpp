@@ -31,14 +31,10 @@ RowValue Identifier(bool present, const pb::Zorid& id) {
   return {std::move(text)};
 }
 
-// A name of a capture must not move the cursor: it is quoted unless it is plain.
-RowValue Name(const pb::IntfEntry& entry) {
+// A name of a capture must not move the cursor.
+std::string NameText(const pb::IntfEntry& entry) {
   const std::string& name = entry.generalinfo().intf_name();
-  if (name.empty()) return {"-"};
-  std::string quoted = Quoted(name, kLongestName);
-  const bool plain = quoted.size() == name.size() + 2 && name.find(' ') == std::string::npos;
-  if (plain) return {name};
-  return {std::move(quoted)};
+  return name.empty() ? "-" : QuotedUnlessPlain(name, kLongestName);
 }
 
 RowValue Type(const pb::IntfEntry& entry) {
@@ -99,25 +95,16 @@ bool IsIn(std::string_view path, std::string_view column) {
   return path.size() == column.size() || path[column.size()] == '.' || path[column.size()] == '[';
 }
 
-// Where the runtime keeps the unlisted values of a field: "statusInfo.#1" for its first one.
-std::string UnlistedPath(const char* column) {
-  const FieldPath path(*pb::IntfEntry::descriptor(), column);
-  std::string text(column);
-  text.resize(text.size() - path.field().name().size());
-  return text + fmt::format("#{}", path.field().number());
-}
-
 // Whether a column shows the field, and in which way the conversion fails to keep it.
-Mark MarkOf(const EntryRow& row, const EntryColumn& column, const std::string& unlisted_path,
-            std::vector<bool>& seen) {
+Mark MarkOf(const EntryRow& row, const ShownField& field, std::vector<bool>& seen) {
   if (!Converts(row.verdict)) {
-    return IsIn(row.verdict.field, column.path) ? Mark::kRejected : Mark::kNone;
+    return IsIn(WithoutIndices(row.verdict.field), field.path) ? Mark::kRejected : Mark::kNone;
   }
   Mark mark = Mark::kNone;
   for (std::size_t i = 0; i < row.losses.size(); ++i) {
     const zorl2::check::Loss& loss = row.losses[i];
     if (loss.kind == LossKind::kDefaulted) break;
-    if (!IsIn(loss.field, column.path) && loss.field != unlisted_path) continue;
+    if (!IsIn(WithoutIndices(loss.field), field.path) && loss.field != field.unlisted) continue;
     mark = Mark::kLost;
     seen[i] = true;
   }
@@ -125,8 +112,8 @@ Mark MarkOf(const EntryRow& row, const EntryColumn& column, const std::string& u
 }
 
 // The unlisted value of a required field, which the parser keeps among the unknown fields.
-std::string UnlistedValue(const pb::IntfEntry& entry, const std::string& path) {
-  for (const UnknownValue& value : UnknownValues(entry, kMostUnknown)) {
+std::string UnlistedValue(const google::protobuf::Message& message, const std::string& path) {
+  for (const UnknownValue& value : UnknownValues(message, kMostUnknown)) {
     if (value.path == path) return value.value;
   }
   return "-";
@@ -154,7 +141,8 @@ const std::vector<EntryColumn>& EntryColumns() {
        [](const Entry& e) { return RowValue{e.has_zorid() ? DottedText(e.zorid()) : "-"}; }},
       {"PARENT", false, "parent",
        [](const Entry& e) { return Identifier(e.has_parent(), e.parent()); }},
-      {"NAME", false, "generalInfo.intf_name", Name},
+      {"NAME", false, "generalInfo.intf_name",
+       [](const Entry& e) { return RowValue{NameText(e)}; }},
       {"TYPE", false, "typeInfo.interfaceType", Type},
       {"CATEGORY", false, "intfCategory",
        [](const Entry& e) {
@@ -188,27 +176,41 @@ const std::vector<EntryColumn>& EntryColumns() {
   return columns;
 }
 
-EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
-  static const std::vector<std::string> unlisted = [] {
-    std::vector<std::string> paths;
-    paths.reserve(EntryColumns().size());
-    for (const EntryColumn& column : EntryColumns()) paths.push_back(UnlistedPath(column.path));
-    return paths;
-  }();
-  EntryRow row{zorl2::check::Check(entry), FindLossesBriefly(entry), {}, {}};
-  row.values.reserve(EntryColumns().size());
+ShownField::ShownField(const FieldPath& shown) : path(WithoutIndices(shown.text())) {
+  const std::size_t dot = path.rfind('.');
+  unlisted = path.substr(0, dot == path.npos ? 0 : dot + 1);
+  unlisted += fmt::format("#{}", shown.field().number());
+}
+
+EntryRow MakeRow(const google::protobuf::Message& message, const std::vector<ShownField>& fields,
+                 std::vector<RowValue> values) {
+  EntryRow row{zorl2::check::Check(message), FindLossesBriefly(message), std::move(values), {}};
   std::vector<bool> seen(row.losses.size());
-  for (std::size_t i = 0; i < EntryColumns().size(); ++i) {
-    const EntryColumn& column = EntryColumns()[i];
-    RowValue value = column.value(entry);
-    const Mark mark = MarkOf(row, column, unlisted[i], seen);
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    RowValue& value = row.values[i];
+    const Mark mark = MarkOf(row, fields[i], seen);
     if (mark != Mark::kNone) value.mark = mark;
-    if (mark == Mark::kRejected && value.text == "-")
-      value.text = UnlistedValue(entry, unlisted[i]);
-    row.values.push_back(std::move(value));
+    if (mark == Mark::kRejected && value.text == "-") {
+      value.text = UnlistedValue(message, fields[i].unlisted);
+    }
   }
   row.problem = ProblemOf(row, seen);
   return row;
+}
+
+EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
+  static const std::vector<ShownField> fields = [] {
+    std::vector<ShownField> shown;
+    shown.reserve(EntryColumns().size());
+    for (const EntryColumn& column : EntryColumns()) {
+      shown.emplace_back(FieldPath(*pb::IntfEntry::descriptor(), column.path));
+    }
+    return shown;
+  }();
+  std::vector<RowValue> values;
+  values.reserve(EntryColumns().size());
+  for (const EntryColumn& column : EntryColumns()) values.push_back(column.value(entry));
+  return MakeRow(entry, fields, std::move(values));
 }
 
 }  // namespace zorl2_inspect

@@ -1,11 +1,14 @@
 // An interface as a row of a table.
 #pragma once
 
+#include <google/protobuf/message.h>
+
 #include <string>
 #include <vector>
 
 #include "check/check.h"
 #include "interface_entry.pb.h"
+#include "tools/model/field_path.h"
 
 namespace zorl2_inspect {
 
@@ -44,5 +47,17 @@ struct EntryRow {
 
 // The values are those of the message, whether or not it converts.
 EntryRow MakeEntryRow(const zorl2::protobuf::IntfEntry& entry);
+
+// A field that a column shows.
+struct ShownField {
+  explicit ShownField(const FieldPath& shown);
+
+  std::string path;      // Without indices.
+  std::string unlisted;  // Where the runtime keeps its unlisted values: "statusInfo.#1".
+};
+
+// A row with a value of the message for each of the fields. Marks the values and adds the problem.
+EntryRow MakeRow(const google::protobuf::Message& message, const std::vector<ShownField>& fields,
+                 std::vector<RowValue> values);
 
 }  // namespace zorl2_inspect

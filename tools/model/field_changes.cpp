@@ -16,6 +16,7 @@ namespace {
 namespace pb = zorl2::protobuf;
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
+using google::protobuf::UnknownField;
 using google::protobuf::UnknownFieldSet;
 using google::protobuf::util::MessageDifferencer;
 using SpecificField = MessageDifferencer::SpecificField;
@@ -23,21 +24,20 @@ using Path = std::vector<SpecificField>;
 
 // Beyond this size a list is compared place by place: matching its elements takes quadratic time.
 constexpr int kMatchedElements = 500;
-constexpr std::size_t kTextLimit = 200;
 
 bool IsZorid(const FieldDescriptor* field) {
   return field != nullptr && field->message_type() == pb::Zorid::descriptor();
 }
 
-std::string Shown(const Message& parent, const FieldDescriptor& field, int index) {
-  if (!field.is_repeated()) return ValueText(parent, field, -1, kTextLimit);
-  if (index < 0 || index >= parent.GetReflection()->FieldSize(parent, &field)) return "";
-  return ValueText(parent, field, index, kTextLimit);
+ValueRef RefTo(const Message& parent, const FieldDescriptor& field, int index) {
+  if (!field.is_repeated()) return {&parent, nullptr, &field, -1};
+  if (index < 0 || index >= parent.GetReflection()->FieldSize(parent, &field)) return {};
+  return {&parent, nullptr, &field, index};
 }
 
-std::string ShownUnknown(const UnknownFieldSet* fields, int index) {
-  if (fields == nullptr || index < 0 || index >= fields->field_count()) return "";
-  return UnknownText(fields->field(index), kTextLimit);
+ValueRef RefTo(const UnknownFieldSet* fields, int index) {
+  if (fields == nullptr || index < 0 || index >= fields->field_count()) return {};
+  return {nullptr, &fields->field(index), nullptr, -1};
 }
 
 // Records what the differencer finds.
@@ -64,17 +64,17 @@ class Collector : public MessageDifferencer::Reporter {
   void Report(FieldChange::Kind kind, const Path& path) {
     const Message* old_parent = &before_;
     const Message* new_parent = &after_;
-    FieldChange change{kind, "", "", ""};
+    FieldChange change{kind, "", {}, {}};
     for (std::size_t i = 0; i < path.size(); ++i) {
       const SpecificField& step = path[i];
       if (!change.path.empty()) change.path += '.';
       if (step.field == nullptr) {
         change.path += fmt::format("#{}", step.unknown_field_number);
         if (kind != FieldChange::Kind::kAdded) {
-          change.old_value = ShownUnknown(step.unknown_field_set1, step.unknown_field_index1);
+          change.old_value = RefTo(step.unknown_field_set1, step.unknown_field_index1);
         }
         if (kind != FieldChange::Kind::kRemoved) {
-          change.new_value = ShownUnknown(step.unknown_field_set2, step.unknown_field_index2);
+          change.new_value = RefTo(step.unknown_field_set2, step.unknown_field_index2);
         }
         break;
       }
@@ -87,10 +87,10 @@ class Collector : public MessageDifferencer::Reporter {
       if (whole_identifier) change.kind = FieldChange::Kind::kChanged;
       if (last || whole_identifier) {
         if (change.kind != FieldChange::Kind::kAdded) {
-          change.old_value = Shown(*old_parent, *step.field, step.index);
+          change.old_value = RefTo(*old_parent, *step.field, step.index);
         }
         if (change.kind != FieldChange::Kind::kRemoved) {
-          change.new_value = Shown(*new_parent, *step.field, step.new_index);
+          change.new_value = RefTo(*new_parent, *step.field, step.new_index);
         }
         break;
       }
@@ -151,6 +151,24 @@ const pb::IntfEntry* EntryIn(const Message& message) {
 }
 
 }  // namespace
+
+bool ValueRef::IsText() const {
+  if (parent != nullptr) return field->cpp_type() == FieldDescriptor::CPPTYPE_STRING;
+  return unknown != nullptr && unknown->type() == UnknownField::TYPE_LENGTH_DELIMITED;
+}
+
+std::string ValueRef::Text() const {
+  if (parent == nullptr) return unknown->length_delimited();
+  const auto& reflection = *parent->GetReflection();
+  return index < 0 ? reflection.GetString(*parent, field)
+                   : reflection.GetRepeatedString(*parent, field, index);
+}
+
+std::string ValueRef::Line(std::size_t limit) const {
+  if (unknown != nullptr) return UnknownText(*unknown, limit);
+  if (parent == nullptr) return "";
+  return ValueText(*parent, *field, index, limit);
+}
 
 std::vector<FieldChange> CompareFields(const Message& before, const Message& after,
                                        const FieldDescriptor* without) {

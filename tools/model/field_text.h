@@ -20,11 +20,14 @@ std::string DottedText(const zorl2::protobuf::Zorid& id);
 std::string Join(std::string_view path, std::string_view name);
 // "path[index]".
 std::string At(std::string_view path, int index);
+// "intfEntry.zorid" for "intfEntry[2].zorid".
+std::string WithoutIndices(std::string_view path);
 
 inline constexpr std::size_t kShortText = 60;
 
 // The value of a field; `index` is -1 for a singular field. Texts are quoted and cut at the limit,
-// messages are on one line.
+// messages are on one line. Without a limit also an
+// identifier has all its values.
 std::string ValueText(const google::protobuf::Message& message,
                       const google::protobuf::FieldDescriptor& field, int index,
                       std::size_t limit = kShortText);

@@ -1,6 +1,6 @@
 #include "tools/model/loss_totals.h"
 
-#include <string_view>
+#include "tools/model/field_text.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -10,17 +10,6 @@ using zorl2::check::LossKind;
 
 // Unknown fields may have any number.
 constexpr std::size_t kMostPaths = 200;
-
-std::string WithoutIndices(std::string_view path) {
-  std::string text;
-  bool in_index = false;
-  for (const char c : path) {
-    if (c == '[') in_index = true;
-    if (!in_index) text += c;
-    if (c == ']') in_index = false;
-  }
-  return text;
-}
 
 }  // namespace
 

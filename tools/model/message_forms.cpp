@@ -5,8 +5,8 @@
 #include <google/protobuf/text_format.h>
 
 #include <map>
-#include <vector>
 
+#include "tools/model/field_text.h"
 #include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
@@ -15,18 +15,38 @@ namespace {
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;
+using google::protobuf::UnknownField;
+using zorl2::protobuf::Zorid;
 
-// `index` is -1 for a singular field.
-void WriteValue(const Message& message, const FieldDescriptor& field, int index,
-                JsonWriter& writer) {
+// Whether an identifier is written as "0.0.0.7": only with the four values that such a text has.
+bool IsDotted(const Message& message) {
+  return message.GetDescriptor() == Zorid::descriptor() &&
+         static_cast<const Zorid&>(message).value_size() == 4;
+}
+
+// Writes texts so that a terminal can show them and the tool can read them again.
+class SafeTexts : public google::protobuf::TextFormat::FastFieldValuePrinter {
+ public:
+  void PrintString(const std::string& text,
+                   google::protobuf::TextFormat::BaseTextGenerator* out) const override {
+    out->PrintString(Quoted(text));
+  }
+};
+
+}  // namespace
+
+void WriteJsonValue(const Message& message, const FieldDescriptor& field, int index,
+                    JsonWriter& writer) {
   const Reflection& get = *message.GetReflection();
   const bool one = index < 0;
   std::string scratch;
   switch (field.cpp_type()) {
-    case FieldDescriptor::CPPTYPE_MESSAGE:
-      return WriteJson(
-          one ? get.GetMessage(message, &field) : get.GetRepeatedMessage(message, &field, index),
-          writer);
+    case FieldDescriptor::CPPTYPE_MESSAGE: {
+      const Message& inner =
+          one ? get.GetMessage(message, &field) : get.GetRepeatedMessage(message, &field, index);
+      return IsDotted(inner) ? writer.Value(DottedText(static_cast<const Zorid&>(inner)))
+                             : WriteJson(inner, writer);
+    }
     case FieldDescriptor::CPPTYPE_BOOL:
       return writer.Value(one ? get.GetBool(message, &field)
                               : get.GetRepeatedBool(message, &field, index));
@@ -44,37 +64,46 @@ void WriteValue(const Message& message, const FieldDescriptor& field, int index,
       return writer.Value(one ? get.GetUInt32(message, &field)
                               : get.GetRepeatedUInt32(message, &field, index));
     default:
-      google::protobuf::TextFormat::PrintFieldValueToString(message, &field, index, &scratch);
-      return writer.Value(scratch);
+      // No field of the schema has another type.
+      return writer.Value(one ? get.GetUInt64(message, &field)
+                              : get.GetRepeatedUInt64(message, &field, index));
   }
 }
 
-// Writes texts so that a terminal can show them and the tool can read them again.
-class SafeTexts : public google::protobuf::TextFormat::FastFieldValuePrinter {
- public:
-  void PrintString(const std::string& text,
-                   google::protobuf::TextFormat::BaseTextGenerator* out) const override {
-    out->PrintString(Quoted(text));
+void WriteJsonValue(const UnknownField& field, JsonWriter& writer) {
+  std::string bytes;
+  switch (field.type()) {
+    case UnknownField::TYPE_VARINT:
+      return writer.Value(field.varint());
+    case UnknownField::TYPE_FIXED32:
+      return writer.Value(field.fixed32());
+    case UnknownField::TYPE_FIXED64:
+      return writer.Value(field.fixed64());
+    case UnknownField::TYPE_GROUP:
+      field.group().SerializeToString(&bytes);
+      return writer.Value(bytes);
+    default:
+      return writer.Value(field.length_delimited());
   }
-};
-
-}  // namespace
+}
 
 void WriteJson(const Message& message, JsonWriter& writer) {
   const Reflection& reflection = *message.GetReflection();
-  std::vector<const FieldDescriptor*> fields;
-  reflection.ListFields(message, &fields);
+  const google::protobuf::Descriptor& type = *message.GetDescriptor();
   writer.BeginObject();
-  for (const FieldDescriptor* field : fields) {
-    writer.Key(field->name());
-    if (!field->is_repeated()) {
-      WriteValue(message, *field, -1, writer);
-      continue;
+  for (int i = 0; i < type.field_count(); ++i) {
+    const FieldDescriptor& field = *type.field(i);
+    writer.Key(field.name());
+    if (field.is_repeated()) {
+      writer.BeginArray();
+      const int count = reflection.FieldSize(message, &field);
+      for (int index = 0; index < count; ++index) WriteJsonValue(message, field, index, writer);
+      writer.EndArray();
+    } else if (reflection.HasField(message, &field)) {
+      WriteJsonValue(message, field, -1, writer);
+    } else {
+      writer.Null();
     }
-    writer.BeginArray();
-    const int count = reflection.FieldSize(message, field);
-    for (int i = 0; i < count; ++i) WriteValue(message, *field, i, writer);
-    writer.EndArray();
   }
   writer.EndObject();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <google/protobuf/message.h>
+#include <google/protobuf/unknown_field_set.h>
 
 #include <string>
 
@@ -30,8 +31,15 @@ class MessageWriter {
   JsonWriter json_;
 };
 
-// The message as one value. Names as in the schema; 64-bit numbers are texts, as in the runtime's
-// JSON. Leaves out unknown fields.
+// The value of a field; `index` is -1 for a singular field.
+void WriteJsonValue(const google::protobuf::Message& message,
+                    const google::protobuf::FieldDescriptor& field, int index, JsonWriter& writer);
+
+// The value of an unknown field: a number, or the bytes of a text, message or group.
+void WriteJsonValue(const google::protobuf::UnknownField& field, JsonWriter& writer);
+
+// The message as one value: names as in the schema, null for an absent field, "0.0.0.7" for an
+// identifier of four values. Leaves out unknown fields.
 void WriteJson(const google::protobuf::Message& message, JsonWriter& writer);
 
 // The message in the text format.

@@ -19,8 +19,6 @@ using zorl2::check::Loss;
 using zorl2::check::LossKind;
 using zorl2::check::Verdict;
 
-constexpr std::uint64_t kLow32 = 0xffffffff;
-
 Note NoteOf(const Loss& loss) {
   switch (loss.kind) {
     case LossKind::kReplaced:
@@ -41,26 +39,57 @@ std::string_view MessagePath(std::string_view path) {
   return dot == std::string_view::npos ? std::string_view() : path.substr(0, dot);
 }
 
-// Whether the parser keeps the number among the unknown fields.
-bool IsUnlisted(const WireField& field) {
-  if (field.field == nullptr || field.field->cpp_type() != FieldDescriptor::CPPTYPE_ENUM ||
-      field.kind == WireField::Kind::kPacked) {
-    return false;
+bool IsVarint(const WireField& field) {
+  return field.kind == WireField::Kind::kElement ||
+         (field.kind == WireField::Kind::kLeaf && field.wire_type == kVarint);
+}
+
+// What the parser makes of a varint of the field; the value itself if it fits.
+std::uint64_t Parsed(const FieldDescriptor& field, std::uint64_t value) {
+  switch (field.cpp_type()) {
+    case FieldDescriptor::CPPTYPE_BOOL:
+      return value != 0 ? 1 : 0;
+    case FieldDescriptor::CPPTYPE_UINT32:
+      return static_cast<std::uint32_t>(value);
+    case FieldDescriptor::CPPTYPE_INT32:
+    case FieldDescriptor::CPPTYPE_ENUM:
+      // A negative number has its sign in all of the 64 bits.
+      return static_cast<std::uint64_t>(
+          static_cast<std::int64_t>(static_cast<std::int32_t>(value)));
+    default:
+      return value;
   }
-  const auto number = static_cast<std::int32_t>(field.value);
-  return field.field->enum_type()->FindValueByNumber(number) == nullptr;
+}
+
+std::string ParsedText(const FieldDescriptor& field, std::uint64_t value) {
+  if (field.cpp_type() == FieldDescriptor::CPPTYPE_BOOL) return "true";
+  return std::to_string(static_cast<std::int64_t>(Parsed(field, value)));
+}
+
+void NotePadding(const WireField& field, std::vector<Note>& notes) {
+  const auto add = [&notes](const char* what, std::size_t bytes) {
+    if (bytes == 0) return;
+    notes.push_back({Note::Kind::kPadded, fmt::format("the {} has {} byte{} more than it needs",
+                                                      what, bytes, bytes == 1 ? "" : "s")});
+  };
+  add("tag", field.tag_padding);
+  add(IsVarint(field) ? "value" : "length", field.value_padding);
 }
 
 }  // namespace
 
 const char* NoteName(Note::Kind kind) {
-  static const char* const kNames[] = {"replaced",  "narrowed", "dropped",
-                                       "defaulted", "rejected", "merged"};
+  static const char* const kNames[] = {"replaced", "narrowed", "dropped",     "defaulted",
+                                       "rejected", "merged",   "non-minimal", "malformed"};
   return kNames[static_cast<int>(kind)];
 }
 
 std::vector<Note> ParserNotes(const WireField& field) {
   std::vector<Note> notes;
+  NotePadding(field, notes);
+  if (IsVarint(field) && field.overflowed) {
+    notes.push_back({Note::Kind::kNarrowed, "the parser drops the bits above the 64th"});
+  }
   if (field.field == nullptr) return notes;
   if (field.later != kNowhere && field.kind == WireField::Kind::kMessage) {
     notes.push_back(
@@ -69,13 +98,9 @@ std::vector<Note> ParserNotes(const WireField& field) {
     notes.push_back(
         {Note::Kind::kReplaced, fmt::format("by the same field at {:#x}", field.later)});
   }
-  if (field.wire_type != kVarint && field.kind != WireField::Kind::kElement) return notes;
-  if (field.field->cpp_type() == FieldDescriptor::CPPTYPE_BOOL && field.value > 1) {
-    notes.push_back({Note::Kind::kNarrowed, fmt::format("{} is parsed as true", field.value)});
-  } else if (field.field->cpp_type() == FieldDescriptor::CPPTYPE_UINT32 && field.value > kLow32) {
-    notes.push_back({Note::Kind::kNarrowed,
-                     fmt::format("the parser keeps the low 32 bits, {}", field.value & kLow32)});
-  }
+  if (!IsVarint(field) || Parsed(*field.field, field.value) == field.value) return notes;
+  notes.push_back({Note::Kind::kNarrowed, fmt::format("{} is parsed as {}", field.value,
+                                                      ParsedText(*field.field, field.value))});
   return notes;
 }
 
@@ -122,7 +147,8 @@ std::vector<Note> CheckNotes::Take(const WireField& field) {
       note = notes_.erase(note);
     }
   };
-  const bool unlisted = IsUnlisted(field);
+  const bool unlisted =
+      field.field != nullptr && IsVarint(field) && IsUnlisted(*field.field, field.value);
   if (unlisted || field.field == nullptr) {
     // One note for each occurrence, in their order.
     take(Join(MessagePath(field.path), fmt::format("#{}", field.number)), false);

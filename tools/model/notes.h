@@ -21,6 +21,8 @@ struct Note {
     kDefaulted,  // It is absent and gets its default.
     kRejected,   // The conversion fails.
     kMerged,     // Two occurrences make one message; nothing is lost.
+    kPadded,     // A varint has more bytes than it needs; nothing is lost.
+    kMalformed,  // The parser fails.
     kCount,
   };
 
@@ -30,7 +32,7 @@ struct Note {
 
 const char* NoteName(Note::Kind kind);
 
-// What the parser does to the field: replaces, merges or narrows it.
+// What the parser does to the field: replaces, merges or narrows it; and padded varints.
 std::vector<Note> ParserNotes(const WireField& field);
 
 // What zorl2::check finds in a message, by field. Every note is taken once.

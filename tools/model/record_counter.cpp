@@ -44,23 +44,30 @@ const char* OutcomeName(RecordOutcome outcome) {
   return kNames[static_cast<std::size_t>(outcome)];
 }
 
-RecordCounter::RecordCounter(const google::protobuf::Descriptor& type)
-    : message_(NewMessage(type)), back_(NewMessage(type)) {}
+RecordCounter::RecordCounter(const google::protobuf::Descriptor& type, Filter* filter)
+    : message_(NewMessage(type)), back_(NewMessage(type)), filter_(filter) {}
 
-RecordOutcome RecordCounter::Take(std::string_view record, Problem* problem) {
+std::optional<RecordOutcome> RecordCounter::Take(std::string_view record, Problem* problem) {
   // A huge record must not leave its memory to all later ones.
   if (record.size() > kHuge) message_.reset(message_->New());
   if (!message_->ParsePartialFromArray(record.data(), static_cast<int>(record.size()))) {
     *problem = FirstWireError(record, *message_->GetDescriptor()).value();
     return RecordOutcome::kMalformed;
   }
-  const zorl2::check::Verdict verdict = zorl2::check::Check(*message_);
+  if (!filter_->Apply(message_.get())) return std::nullopt;
+  zorl2::check::Verdict verdict = zorl2::check::Check(*message_);
   if (!Converts(verdict)) {
+    verdict.field = filter_->PathBefore(verdict.field);
     *problem = RejectionOf(verdict);
     problem->offset = OffsetOf(record, *message_->GetDescriptor(), verdict.field);
     return IsIncomplete(verdict) ? RecordOutcome::kIncomplete : RecordOutcome::kRejected;
   }
-  Convert(record);
+  if (filter_->empty()) {
+    Convert(record);
+  } else {
+    message_->SerializeToString(&selected_);
+    Convert(selected_);
+  }
   counts_.Add(*message_);
   return RecordOutcome::kGood;
 }

@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tools/model/entry_counts.h"
+#include "tools/model/filter.h"
 #include "tools/text/error.h"
 
 namespace zorl2_inspect {
@@ -30,10 +32,12 @@ const char* OutcomeName(RecordOutcome outcome);
 
 class RecordCounter {
  public:
-  explicit RecordCounter(const google::protobuf::Descriptor& type);
+  // Counts what the filter selects. It must remain valid.
+  RecordCounter(const google::protobuf::Descriptor& type, Filter* filter);
 
   // Takes the next record. Unless it is good, *problem has the reason and its offset in the record.
-  RecordOutcome Take(std::string_view record, Problem* problem);
+  // Nothing if the filter does not select it; bytes that are no message cannot be filtered.
+  std::optional<RecordOutcome> Take(std::string_view record, Problem* problem);
 
   // How many native records were made and converted back to messages.
   std::uint64_t conversions() const { return conversions_; }
@@ -45,7 +49,9 @@ class RecordCounter {
 
   std::unique_ptr<google::protobuf::Message> message_;
   std::unique_ptr<google::protobuf::Message> back_;
+  Filter* filter_;
   std::string bytes_;
+  std::string selected_;
   std::uint64_t conversions_ = 0;
   EntryCounts counts_;
   // By kind and path without indices; the schema bounds how many there are.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "tools/text/error.h"
 #include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
@@ -63,9 +64,19 @@ void JsonWriter::Value(double value) {
 }
 
 void JsonWriter::Value(std::string_view text) {
-  if (!IsUtf8(text)) return Value(ReplaceInvalidUtf8(text));
+  if (!IsUtf8(text)) return Bytes(text);
   const auto size = static_cast<rapidjson::SizeType>(text.size());
   Do([&](auto& writer) { writer.String(text.data(), size); });
+}
+
+void JsonWriter::Bytes(std::string_view bytes) {
+  if (!reported_) {
+    reported_ = true;
+    PrintNote("texts that are not UTF-8 become {\"hex\": \"...\"} with their bytes");
+  }
+  BeginObject();
+  Member("hex", Hex(bytes));
+  EndObject();
 }
 
 void JsonWriter::Signed(std::int64_t value) {

@@ -31,7 +31,8 @@ class JsonWriter {
   void Null();
   void Value(bool value);
   void Value(double value);
-  // Bytes that are not UTF-8 become U+FFFD.
+  // A text that is not UTF-8, which no JSON string can hold, becomes an object with its bytes:
+  // {"hex": "67 65 ff"}. The first one is reported on standard error.
   void Value(std::string_view text);
   void Value(const char* text) { Value(std::string_view(text)); }
   void Value(const std::string& text) { Value(std::string_view(text)); }
@@ -50,6 +51,16 @@ class JsonWriter {
     Value(value);
   }
 
+  // Null for an empty text.
+  void MemberOrNull(std::string_view name, std::string_view text) {
+    Key(name);
+    if (text.empty()) {
+      Null();
+    } else {
+      Value(text);
+    }
+  }
+
  private:
   struct Sink {
     using Ch = char;
@@ -62,6 +73,7 @@ class JsonWriter {
 
   template <typename Function>
   void Do(Function function);
+  void Bytes(std::string_view bytes);
   void Signed(std::int64_t value);
   void Unsigned(std::uint64_t value);
 
@@ -71,6 +83,7 @@ class JsonWriter {
   Compact compact_;
   Pretty pretty_;
   int depth_ = 0;
+  bool reported_ = false;
 };
 
 }  // namespace zorl2_inspect

@@ -65,20 +65,15 @@ std::string Printable(std::string_view text) {
   return out;
 }
 
+std::string QuotedUnlessPlain(std::string_view text, std::size_t limit) {
+  std::string quoted = Quoted(text, limit);
+  const bool plain = quoted.size() == text.size() + 2 && text.find(' ') == text.npos;
+  return plain ? std::string(text) : quoted;
+}
+
 bool IsUtf8(std::string_view text) {
   return google::protobuf::internal::IsStructurallyValidUTF8(text.data(),
                                                              static_cast<int>(text.size()));
-}
-
-std::string ReplaceInvalidUtf8(std::string_view text) {
-  std::string out;
-  while (!text.empty()) {
-    const std::size_t length = std::min(SequenceLength(text[0]), text.size());
-    const bool valid = IsUtf8(text.substr(0, length));
-    out += valid ? text.substr(0, length) : "\xef\xbf\xbd";
-    text.remove_prefix(valid ? length : 1);
-  }
-  return out;
 }
 
 std::string Hex(std::string_view bytes) {

@@ -18,11 +18,11 @@ std::string Quoted(std::string_view text, std::size_t limit = kNoLimit);
 // backslashes.
 std::string Printable(std::string_view text);
 
+// The text itself if it needs no quotes and has no blank.
+std::string QuotedUnlessPlain(std::string_view text, std::size_t limit = kNoLimit);
+
 // Whether the whole text is UTF-8.
 bool IsUtf8(std::string_view text);
-
-// The text with U+FFFD for each byte that is not UTF-8.
-std::string ReplaceInvalidUtf8(std::string_view text);
 
 // Two digits for each byte, separated by blanks.
 std::string Hex(std::string_view bytes);

@@ -34,8 +34,22 @@ std::size_t Width(std::string_view text) {
   }));
 }
 
+std::string Cut(const std::string& text, std::size_t width) {
+  if (Width(text) <= width) return text;
+  std::string cut;
+  for (const char c : text) {
+    const bool begins = (static_cast<unsigned char>(c) & 0xc0) != 0x80;
+    if (begins && Width(cut) + 3 == width) break;
+    cut += c;
+  }
+  return cut + "...";
+}
+
 void Table::Widen(Widths& widths) const {
   widths.resize(columns_.size());
+  for (std::size_t i = 0; i < std::min(always_, columns_.size()); ++i) {
+    widths[i] = std::max(widths[i], columns_[i].size() - (IsNumber(i) ? 1 : 0));
+  }
   for (const auto& row : rows_) {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
       const std::string& text = row[i].text;

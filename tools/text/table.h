@@ -24,17 +24,22 @@ struct Cell {
 // How many places a terminal needs for the text: one for each character.
 std::size_t Width(std::string_view text);
 
+// The text if a terminal shows it in so many places, else its beginning and three dots.
+std::string Cut(const std::string& text, std::size_t width);
+
 class Table {
  public:
   // A name that begins with '>' is a column of numbers, aligned to the right.
-  explicit Table(std::vector<std::string> columns) : columns_(std::move(columns)) {}
+  // Columns in which every cell is "-" or empty are left out, except the first `always` ones.
+  explicit Table(std::vector<std::string> columns, std::size_t always = 0)
+      : columns_(std::move(columns)), always_(always) {}
 
   void Add(std::vector<Cell> row) { rows_.push_back(std::move(row)); }
   bool empty() const { return rows_.empty(); }
   std::size_t size() const { return rows_.size(); }
   void Clear() { rows_.clear(); }
 
-  // Prints the heading and the rows. Columns in which every cell is "-" or empty are left out.
+  // Prints the heading and the rows.
   void Print(Output& out, const Palette& palette) const;
 
   // Prints the rows as a part of a longer table, and removes them. Prints the heading at the
@@ -52,6 +57,7 @@ class Table {
   void PrintRows(const Widths& widths, Output& out, const Palette& palette) const;
 
   std::vector<std::string> columns_;
+  std::size_t always_;
   std::vector<std::vector<Cell>> rows_;
   // Of the parts that have been printed.
   Widths widths_;

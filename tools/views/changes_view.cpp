@@ -2,12 +2,15 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "interface_entry.pb.h"
 #include "tools/model/check_text.h"
 #include "tools/model/field_text.h"
 #include "tools/model/message_forms.h"
+#include "tools/model/text_changes.h"
 #include "tools/text/error.h"
 #include "tools/text/json_writer.h"
 #include "tools/text/quoting.h"
@@ -61,15 +64,63 @@ Colour ColourOf(Kind kind) {
   return kColours[static_cast<int>(kind)];
 }
 
+// Longer texts are compared by lines.
+constexpr std::size_t kTextLimit = 200;
+
+bool IsLong(const FieldChange& field) {
+  return field.kind == Kind::kChanged && field.old_value.IsText() && field.new_value.IsText() &&
+         std::max(field.old_value.Text().size(), field.new_value.Text().size()) > kTextLimit;
+}
+
 std::string FieldLine(const FieldChange& field) {
+  std::string before = field.old_value.Line(kTextLimit);
+  std::string after = field.new_value.Line(kTextLimit);
+  if (before == after) {
+    before = field.old_value.Line(kNoLimit);
+    after = field.new_value.Line(kNoLimit);
+  }
   switch (field.kind) {
     case Kind::kAdded:
-      return fmt::format("+ {}: {}", field.path, field.new_value);
+      return fmt::format("+ {}: {}", field.path, after);
     case Kind::kRemoved:
-      return fmt::format("- {}: {}", field.path, field.old_value);
+      return fmt::format("- {}: {}", field.path, before);
     default:
-      return fmt::format("~ {}: {} -> {}", field.path, field.old_value, field.new_value);
+      return fmt::format("~ {}: {} -> {}", field.path, before, after);
   }
+}
+
+void PrintLine(const LineChange& change, const std::string& text, const Palette& paint,
+               Output& out) {
+  out.Print("        {}\n",
+            paint(change.added ? Colour::kGreen : Colour::kRed,
+                  fmt::format("{} line {}: {}", change.added ? '+' : '-', change.line, text)));
+}
+
+// The lines of a long text that differ; of long lines, the part that differs.
+void PrintText(const FieldChange& field, const Palette& paint, Output& out) {
+  const std::string before = field.old_value.Text();
+  const std::string after = field.new_value.Text();
+  out.Print("    {}\n", paint(ColourOf(field.kind), fmt::format("~ {}: {} -> {} bytes", field.path,
+                                                                before.size(), after.size())));
+  const std::vector<LineChange> changes = CompareLines(before, after);
+  for (std::size_t i = 0; i < changes.size(); ++i) {
+    const LineChange& change = changes[i];
+    const bool replaced = !change.added && i + 1 < changes.size() && changes[i + 1].added;
+    if (replaced && std::max(change.text.size(), changes[i + 1].text.size()) > kTextLimit) {
+      const Excerpts parts = Differing(change.text, changes[i + 1].text);
+      PrintLine(change, parts.before, paint, out);
+      PrintLine(changes[++i], parts.after, paint, out);
+    } else {
+      PrintLine(change, Quoted(change.text, kTextLimit), paint, out);
+    }
+  }
+}
+
+void WriteValue(const char* name, const ValueRef& value, JsonWriter& json) {
+  json.Key(name);
+  if (value.unknown != nullptr) return WriteJsonValue(*value.unknown, json);
+  if (value.parent == nullptr) return json.Null();
+  WriteJsonValue(*value.parent, *value.field, value.index, json);
 }
 
 std::string Elements(std::size_t count) {
@@ -88,23 +139,27 @@ void WriteChange(const ElementChange& change, JsonWriter& json) {
   json.Member("change", KindName(change.kind));
   json.Member("element", change.key);
   const Message& shown = change.after != nullptr ? *change.after : *change.before;
+  json.Key("name");
   if (const pb::IntfEntry* entry = AsEntry(shown)) {
-    json.Member("name", entry->generalinfo().intf_name());
-  }
-  if (change.kind == Kind::kChanged) {
-    json.Key("fields");
-    json.BeginArray();
-    for (const FieldChange& field : change.fields) {
-      json.BeginObject();
-      json.Member("change", KindName(field.kind));
-      json.Member("path", field.path);
-      if (field.kind != Kind::kAdded) json.Member("old", field.old_value);
-      if (field.kind != Kind::kRemoved) json.Member("new", field.new_value);
-      json.EndObject();
-    }
-    json.EndArray();
+    json.Value(entry->generalinfo().intf_name());
   } else {
-    json.Key("value");
+    json.Null();
+  }
+  json.Key("fields");
+  json.BeginArray();
+  for (const FieldChange& field : change.fields) {
+    json.BeginObject();
+    json.Member("change", KindName(field.kind));
+    json.Member("path", field.path);
+    WriteValue("old", field.old_value, json);
+    WriteValue("new", field.new_value, json);
+    json.EndObject();
+  }
+  json.EndArray();
+  json.Key("value");
+  if (change.kind == Kind::kChanged) {
+    json.Null();
+  } else {
     WriteJson(shown, json);
   }
   json.EndObject();
@@ -136,7 +191,11 @@ void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResul
     }
     out.Print("\n");
     for (const FieldChange& field : change.fields) {
-      out.Print("    {}\n", paint(ColourOf(field.kind), FieldLine(field)));
+      if (IsLong(field)) {
+        PrintText(field, paint, out);
+      } else {
+        out.Print("    {}\n", paint(ColourOf(field.kind), FieldLine(field)));
+      }
     }
   }
   out.Print("\n{} added, {} removed, {} changed, {} the same\n", CountOf(result, Kind::kAdded),
@@ -147,6 +206,7 @@ void PrintChangesAsJson(const DiffSide& before, const DiffSide& after, const Dif
                         Output& out) {
   JsonWriter json(out, JsonWriter::Layout::kIndented);
   json.BeginObject();
+  json.Member("schema", "diff/1");
   json.Member("before", before.name);
   json.Member("after", after.name);
   json.Member("equal", result.equal());

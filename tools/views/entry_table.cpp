@@ -44,12 +44,30 @@ Table EntryTable() {
   return Table(std::move(titles));
 }
 
+Table ColumnsTable(const Columns& columns) {
+  std::vector<std::string> titles = columns.Titles();
+  const std::size_t always = titles.size();
+  titles.emplace_back("PROBLEM");
+  return Table(std::move(titles), always);
+}
+
 void AddRow(const EntryRow& row, Table& table) {
   std::vector<Cell> cells;
   cells.reserve(row.values.size() + 1);
   for (const RowValue& value : row.values) cells.push_back(Marked(value.text, value.mark));
   cells.emplace_back(row.problem, ColourOf(Converts(row.verdict) ? Mark::kLost : Mark::kRejected));
   table.Add(std::move(cells));
+}
+
+void PrintRows(const std::vector<EntryRow>& rows, Table table, Output& out,
+               const Palette& palette) {
+  Legend legend;
+  for (const EntryRow& row : rows) {
+    AddRow(row, table);
+    legend.Add(row);
+  }
+  if (!table.empty()) table.Print(out, palette);
+  legend.Print(out);
 }
 
 void Legend::Add(Mark mark) {

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "tools/model/columns.h"
 #include "tools/model/entry_row.h"
 #include "tools/text/output.h"
 #include "tools/text/table.h"
@@ -12,9 +14,15 @@ namespace zorl2_inspect {
 // An empty table with the columns of the rows.
 Table EntryTable();
 
+// An empty table with the columns that an operator asked for.
+Table ColumnsTable(const Columns& columns);
+
 // Marks the text of a value that the native record does not keep with "!", and that of a value that
 // it rejects with "!!".
 void AddRow(const EntryRow& row, Table& table);
+
+// Adds the rows to the table and prints it with the legend.
+void PrintRows(const std::vector<EntryRow>& rows, Table table, Output& out, const Palette& palette);
 
 // What the marks mean.
 class Legend {

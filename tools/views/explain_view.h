@@ -9,31 +9,24 @@
 #include <string_view>
 
 #include "tools/model/notes.h"
-#include "tools/text/colours.h"
 #include "tools/text/error.h"
-#include "tools/text/output.h"
+#include "tools/views/explain_rows.h"
 
 namespace zorl2_inspect {
-
-struct ExplainOptions {
-  bool colours = false;
-  std::size_t bytes = 32;  // How many bytes of one field are printed.
-};
 
 struct ExplainSummary {
   std::size_t fields = 0;
   std::array<std::size_t, static_cast<std::size_t>(Note::Kind::kCount)> notes = {};
-  std::size_t errors = 0;
   // Why the runtime cannot parse the message; the first reason.
   std::optional<Problem> damage;
   // What the conversion does with a message without damage.
   zorl2::check::Verdict verdict;
 };
 
-// Prints one line for each field of a message, down to the leaf, in the order of the bytes: offset,
+// Prints one row for each field of a message, down to the leaf, in the order of the bytes: offset,
 // bytes, path, type, value, and what the parser and the conversion make of it. Continues after
 // damage if it can.
 ExplainSummary Explain(std::string_view bytes, const google::protobuf::Descriptor& type,
-                       std::size_t first_offset, const ExplainOptions& options, Output& out);
+                       std::size_t first_offset, ExplainRows& rows);
 
 }  // namespace zorl2_inspect

@@ -40,13 +40,14 @@ void PrintTitle(const std::string& text, Output& out, const Palette& palette) {
   out.Print("{}\n", palette(Colour::kBold, text));
 }
 
-void PrintUnknown(const Message& message, Output& out, const Palette& palette) {
+void PrintUnknown(const Message& message, const Filter& filter, Output& out,
+                  const Palette& palette) {
   const std::vector<UnknownValue> unknown = UnknownValues(message, kMostUnknown);
   if (unknown.empty()) return;
   out.Write('\n');
   Table table({"UNKNOWN FIELD", "WIRE TYPE", "VALUE", "KNOWN AS"});
   for (const UnknownValue& value : unknown) {
-    table.Add({Cell(value.path, Colour::kYellow), value.wire_type, value.value,
+    table.Add({Cell(filter.PathBefore(value.path), Colour::kYellow), value.wire_type, value.value,
                value.known_as.empty() ? "-" : value.known_as});
   }
   table.Print(out, palette);
@@ -55,26 +56,28 @@ void PrintUnknown(const Message& message, Output& out, const Palette& palette) {
   if (more > 0) out.Print("and {} more unknown fields\n", more);
 }
 
-void PrintRejections(const std::vector<Verdict>& rejections, Output& out, const Palette& palette) {
+void PrintRejections(const std::vector<Verdict>& rejections, const Filter& filter, Output& out,
+                     const Palette& palette) {
   if (rejections.empty()) return;
   out.Write('\n');
   Table table({"NOT CONVERTED BECAUSE OF", "REASON"});
   for (const Verdict& verdict : rejections) {
-    table.Add({Cell(verdict.field, Colour::kMagenta), RejectionText(verdict)});
+    table.Add({Cell(filter.PathBefore(verdict.field), Colour::kMagenta), RejectionText(verdict)});
   }
   table.Print(out, palette);
 }
 
 // The most serious losses come first; defaults, which do no harm, are counted.
-void PrintLosses(const std::vector<Loss>& losses, Output& out, const Palette& palette) {
+void PrintLosses(const std::vector<Loss>& losses, const Filter& filter, Output& out,
+                 const Palette& palette) {
   Table table({"NOT KEPT BY THE NATIVE RECORD", "MESSAGE", "BACK FROM NATIVE", "REASON"});
   std::size_t defaults = 0;
   for (const Loss& loss : losses) {
     defaults += loss.kind == LossKind::kDefaulted ? 1 : 0;
     // Unknown fields have a table of their own.
     if (loss.kind == LossKind::kUnknownField || loss.kind == LossKind::kDefaulted) continue;
-    table.Add({Cell(loss.field, Colour::kYellow), BeforeText(loss), AfterText(loss),
-               LossKindName(loss.kind)});
+    table.Add({Cell(filter.PathBefore(loss.field), Colour::kYellow), BeforeText(loss),
+               AfterText(loss), LossKindName(loss.kind)});
   }
   if (!table.empty() || defaults > 0) out.Write('\n');
   if (!table.empty()) table.Print(out, palette);
@@ -102,11 +105,12 @@ std::string Categories(const pb::IntfCategory& flags) {
   return text.empty() ? " none" : text;
 }
 
-void PrintList(const pb::IntfEntryList& list, const std::string& title, Output& out,
-               const Palette& palette) {
-  PrintTitle(fmt::format("{}: {} {}", title, list.intfentry_size(),
-                         list.intfentry_size() == 1 ? "entry" : "entries"),
-             out, palette);
+void PrintList(const pb::IntfEntryList& list, const std::string& title, const Filter& filter,
+               Output& out, const Palette& palette) {
+  std::string count = fmt::format("{} ", list.intfentry_size());
+  if (!filter.empty()) count += fmt::format("of {} ", filter.last_seen());
+  const bool one = list.intfentry_size() == 1 && filter.empty();
+  PrintTitle(fmt::format("{}: {}{}", title, count, one ? "entry" : "entries"), out, palette);
   const pb::InformationClient& client = list.infoclient();
   out.Print("for client {:#x}, protocol {}, token {}, categories{}\n\n", client.clientaddress(),
             PresentValue(client, *client.GetDescriptor()->FindFieldByNumber(
@@ -139,7 +143,7 @@ std::string NativeKey(const pb::Zorid& id) {
 
 // One line for each element of a state signal, with the native state of its interface.
 template <typename Signal>
-void PrintSignal(const Signal& signal, Output& out, const Palette& palette) {
+void PrintSignal(const Signal& signal, const Filter& filter, Output& out, const Palette& palette) {
   const Verdict verdict = zorl2::check::Check(signal);
   std::map<std::string, std::string> native;
   if (Converts(verdict)) {
@@ -159,7 +163,7 @@ void PrintSignal(const Signal& signal, Output& out, const Palette& palette) {
     const bool held = state == "shut" || state == "BLOCK_STATE_BLOCK";
     const Mark mark = MarkOf(info.zorid());
     legend.Add(mark);
-    table.Add({fmt::format("{}", i),
+    table.Add({fmt::format("{}", filter.IndexBefore(i)),
                Marked(info.has_zorid() ? DottedText(info.zorid()) : "-", mark),
                PresentValue(info, *info.GetDescriptor()->FindFieldByNumber(2)),
                Cell(state, held ? Colour::kRed : Colour::kGreen)});
@@ -203,17 +207,17 @@ void PrintFields(const Message& message, Output& out, const Palette& palette) {
 
 }  // namespace
 
-void PrintMessage(const Message& message, const std::string& title, Output& out,
-                  const Palette& palette) {
+void PrintMessage(const Message& message, const std::string& title, const Filter& filter,
+                  Output& out, const Palette& palette) {
   const auto* type = message.GetDescriptor();
   if (type == pb::IntfEntryList::descriptor()) {
-    PrintList(static_cast<const pb::IntfEntryList&>(message), title, out, palette);
+    PrintList(static_cast<const pb::IntfEntryList&>(message), title, filter, out, palette);
   } else {
     PrintTitle(title, out, palette);
     if (type == pb::ShutStateSync::descriptor()) {
-      PrintSignal(static_cast<const pb::ShutStateSync&>(message), out, palette);
+      PrintSignal(static_cast<const pb::ShutStateSync&>(message), filter, out, palette);
     } else if (type == pb::BlockStateSync::descriptor()) {
-      PrintSignal(static_cast<const pb::BlockStateSync&>(message), out, palette);
+      PrintSignal(static_cast<const pb::BlockStateSync&>(message), filter, out, palette);
     } else {
       if (type == pb::IntfEntry::descriptor()) {
         Table table = EntryTable();
@@ -228,10 +232,15 @@ void PrintMessage(const Message& message, const std::string& title, Output& out,
       PrintFields(message, out, palette);
     }
   }
+  PrintNotKept(message, filter, out, palette);
+}
+
+void PrintNotKept(const Message& message, const Filter& filter, Output& out,
+                  const Palette& palette) {
   const Findings findings = FindAll(message);
-  PrintRejections(findings.rejections, out, palette);
-  PrintLosses(findings.losses, out, palette);
-  PrintUnknown(message, out, palette);
+  PrintRejections(findings.rejections, filter, out, palette);
+  PrintLosses(findings.losses, filter, out, palette);
+  PrintUnknown(message, filter, out, palette);
 }
 
 void PrintNative(const Message& message, Output& out) {

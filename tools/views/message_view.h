@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "tools/model/filter.h"
 #include "tools/text/colours.h"
 #include "tools/text/output.h"
 
@@ -13,7 +14,12 @@ namespace zorl2_inspect {
 // Prints a list or a single entry as a table, a state signal by interface, and everything else
 // field by field; then why elements do not convert, what the conversion loses, and the unknown
 // fields. The title names the input. Any message will do, also one without its required fields.
-void PrintMessage(const google::protobuf::Message& message, const std::string& title, Output& out,
+// The filter has selected what is in the message; indices are those before.
+void PrintMessage(const google::protobuf::Message& message, const std::string& title,
+                  const Filter& filter, Output& out, const Palette& palette);
+
+// Prints why elements do not convert, what the conversion loses, and the unknown fields.
+void PrintNotKept(const google::protobuf::Message& message, const Filter& filter, Output& out,
                   const Palette& palette);
 
 // Prints the native record, or those in the message, as indented lines, and why there is none.

@@ -2,6 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
+#include <system_error>
+
 #include "tools/model/check_text.h"
 #include "tools/text/quoting.h"
 
@@ -11,6 +14,7 @@ RoundTripView::RoundTripView(Output& out, const Palette& palette, bool as_json)
     : out_(out), palette_(palette), as_json_(as_json), json_(out, JsonWriter::Layout::kIndented) {
   if (!as_json_) return;
   json_.BeginObject();
+  json_.Member("schema", "roundtrip/1");
   json_.Key("differences");
   json_.BeginArray();
 }
@@ -21,15 +25,25 @@ void RoundTripView::Report(std::uint64_t record, const std::string& where,
     json_.BeginObject();
     json_.Member("record", record);
     json_.Member("path", loss.field);
-    json_.Member("old", BeforeText(loss));
-    json_.Member("new", AfterText(loss));
+    WriteValue("old", loss.before);
+    WriteValue("new", loss.after);
     json_.Member("reason", LossKindName(loss.kind));
+    json_.Key("problem");
+    json_.Null();
     json_.EndObject();
     return;
   }
   out_.Print("{}{}: {} -> {} ({})\n", where, palette_(Colour::kBold, loss.field),
              palette_(Colour::kRed, BeforeText(loss)), palette_(Colour::kGreen, AfterText(loss)),
              LossKindName(loss.kind));
+}
+
+void RoundTripView::WriteValue(const char* name, const std::string& text) {
+  std::uint64_t number = 0;
+  const char* const end = text.data() + text.size();
+  const auto parsed = std::from_chars(text.data(), end, number);
+  if (parsed.ec != std::errc() || parsed.ptr != end) return json_.MemberOrNull(name, text);
+  json_.Member(name, number);
 }
 
 void RoundTripView::Reject(std::uint64_t record, const std::string& where,
@@ -57,9 +71,17 @@ void RoundTripView::Finish(const RoundTripSummary& summary) {
     json_.Member("lossless", summary.losses + summary.rejected_records == 0);
     json_.Member("records", summary.records);
     json_.Member("rejected", summary.rejected_records);
+    json_.Key("native_records");
     if (summary.timed_records > 0) {
-      json_.Member("native_records", summary.timed_records);
-      json_.Member("microseconds_each", summary.microseconds);
+      json_.Value(summary.timed_records);
+    } else {
+      json_.Null();
+    }
+    json_.Key("microseconds_each");
+    if (summary.timed_records > 0) {
+      json_.Value(summary.microseconds);
+    } else {
+      json_.Null();
     }
     json_.EndObject();
     return;

@@ -40,6 +40,9 @@ class RoundTripView {
   // Such as "2 records rejected, 3 differences in 1 records".
   std::string Result(const RoundTripSummary& summary) const;
 
+  // A number, a text, or null for an absent value.
+  void WriteValue(const char* name, const std::string& text);
+
   Output& out_;
   Palette palette_;
   bool as_json_;

@@ -50,6 +50,7 @@ void StatsView::Begin(const std::string& name, const std::string& type) {
     return;
   }
   json_.BeginObject();
+  json_.Member("schema", "stats/1");
   json_.Member("file", name);
   json_.Member("type", type);
   json_.Key("bad");
@@ -93,6 +94,9 @@ void StatsView::EndText(const RecordSummary& summary, const std::vector<CountSec
     out_.Print("  {:<42}{:>15}\n", OutcomeName(static_cast<RecordOutcome>(i)),
                Grouped(summary.outcomes[i]));
   }
+  if (summary.left_out > 0) {
+    out_.Print("{:<44}{:>15}\n", "records left out by --where", Grouped(summary.left_out));
+  }
   out_.Print("{:<44}{:>15}\n", "bytes in records", Grouped(summary.bytes));
   if (summary.records > 0) {
     out_.Print("  {:<42}{:>15}\n  {:<42}{:>15.1f}\n  {:<42}{:>15}\n", "smallest",
@@ -122,16 +126,12 @@ void StatsView::EndJson(const RecordSummary& summary, const std::vector<CountSec
                         const std::string& broken) {
   json_.EndArray();
   json_.Member("unlisted", bad_ > listed_ ? bad_ - listed_ : 0);
-  json_.Key("broken");
-  if (broken.empty()) {
-    json_.Null();
-  } else {
-    json_.Value(broken);
-  }
+  json_.MemberOrNull("broken", broken);
   json_.Member("records", summary.records);
   for (std::size_t i = 0; i < summary.outcomes.size(); ++i) {
     json_.Member(OutcomeName(static_cast<RecordOutcome>(i)), summary.outcomes[i]);
   }
+  json_.Member("left_out", summary.left_out);
   json_.Member("bytes", summary.bytes);
   json_.Member("smallest", summary.records == 0 ? 0 : summary.smallest);
   json_.Member("mean", Mean(summary));

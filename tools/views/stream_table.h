@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <utility>
 
 #include "tools/model/entry_row.h"
 #include "tools/model/loss_totals.h"
@@ -16,6 +17,8 @@ class StreamTable {
  public:
   StreamTable(Output& out, const Palette& palette);
 
+  // Uses this table, which is empty, for the rows.
+  void Replace(Table rows) { rows_ = std::move(rows); }
   void Add(std::uint64_t record, const EntryRow& row);
   // Prints the rows that have been added.
   void Flush();

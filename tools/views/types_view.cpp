@@ -136,8 +136,8 @@ void WriteMessageType(const Descriptor& type, JsonWriter& json) {
   json.BeginObject();
   json.Member("name", type.name());
   json.Member("file", type.file()->name());
-  json.Member("native", NativeRecordName(type));
-  json.Member("converter", std::string(native != nullptr ? native->converter : ""));
+  json.MemberOrNull("native", NativeRecordName(type));
+  json.MemberOrNull("converter", native != nullptr ? native->converter : "");
   json.Key("fields");
   json.BeginArray();
   for (int i = 0; i < type.field_count(); ++i) {
@@ -148,7 +148,7 @@ void WriteMessageType(const Descriptor& type, JsonWriter& json) {
     json.Member("type", TypeName(field));
     json.Member("packed", field.is_packed());
     json.Member("name", field.name());
-    json.Member("remark", FieldEffects(field));
+    json.MemberOrNull("remark", FieldEffects(field));
     json.EndObject();
   }
   json.EndArray();
@@ -159,7 +159,7 @@ void WriteEnum(const EnumDescriptor& type, JsonWriter& json) {
   json.BeginObject();
   json.Member("name", type.name());
   json.Member("file", type.file()->name());
-  json.Member("native", std::string(NativeEnumName(type)));
+  json.MemberOrNull("native", NativeEnumName(type));
   json.Key("values");
   json.BeginArray();
   for (int i = 0; i < type.value_count(); ++i) {
@@ -202,6 +202,7 @@ bool PrintTypes(const std::string& name, const Palette& paint, Output& out) {
 bool PrintTypesAsJson(const std::string& name, Output& out) {
   JsonWriter json(out, JsonWriter::Layout::kIndented);
   json.BeginObject();
+  json.Member("schema", "types/1");
   json.Key("messages");
   json.BeginArray();
   bool found = EachMessage(name, [&](const Descriptor& type) { WriteMessageType(type, json); });

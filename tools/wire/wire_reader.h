@@ -20,6 +20,11 @@ class WireReader {
   std::size_t left() const { return bytes_.size() - position_; }
   const char* problem() const { return problem_; }
 
+  // About the last varint: how many bytes it takes more than it needs, and whether it has bits
+  // above the 64th, which are dropped.
+  std::size_t padding() const { return padding_; }
+  bool overflowed() const { return overflowed_; }
+
   // Up to ten bytes; bits above the 64th are dropped.
   bool Varint(std::uint64_t* value) { return ReadVarint(10, value); }
 
@@ -73,11 +78,16 @@ class WireReader {
   bool ReadVarint(int longest, std::uint64_t* value) {
     const std::size_t start = position_;
     *value = 0;
+    int last = 0;
     for (int i = 0; i < longest; ++i) {
       if (AtEnd()) return Reject(start, "the end of the bytes");
       const auto byte = static_cast<std::uint8_t>(bytes_[position_++]);
       *value |= static_cast<std::uint64_t>(byte & 0x7f) << (7 * i);
-      if (byte < 0x80) return true;
+      if ((byte & 0x7f) != 0) last = i;
+      if (byte >= 0x80) continue;
+      padding_ = static_cast<std::size_t>(i - last);
+      overflowed_ = i == 9 && byte > 1;
+      return true;
     }
     return Reject(start, longest == 5 ? "a varint of more than five bytes"
                                       : "a varint of more than ten bytes");
@@ -85,6 +95,8 @@ class WireReader {
 
   std::string_view bytes_;
   std::size_t position_ = 0;
+  std::size_t padding_ = 0;
+  bool overflowed_ = false;
   const char* problem_ = "";
 };
 

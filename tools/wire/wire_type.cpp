@@ -25,6 +25,11 @@ int WireTypeOf(const FieldDescriptor& field) {
   }
 }
 
+bool IsUnlisted(const FieldDescriptor& field, std::uint64_t value) {
+  const auto* type = field.enum_type();
+  return type != nullptr && type->FindValueByNumber(static_cast<std::int32_t>(value)) == nullptr;
+}
+
 const char* WireTypeName(int wire_type) {
   static const char* const kNames[] = {"varint",      "64-bit",    "length-delimited",
                                        "start group", "end group", "32-bit"};

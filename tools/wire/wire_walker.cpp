@@ -1,5 +1,6 @@
 #include "tools/wire/wire_walker.h"
 
+#include <map>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -19,6 +20,12 @@ bool IsPackedForm(const FieldDescriptor& field, int wire_type) {
   return field.is_packable() && wire_type == kLength;
 }
 
+// How often each field of a message has come. Several occurrences of a singular message are one.
+struct Counts {
+  std::vector<int> seen;
+  std::map<int, Counts> nested;
+};
+
 class Walker {
  public:
   Walker(std::string_view bytes, std::size_t first_offset, WireVisitor& visitor)
@@ -29,17 +36,18 @@ class Walker {
     root.kind = FieldKind::kMessage;
     root.offset = first_offset_;
     root.content = bytes_;
-    if (Message(&type, bytes_, 0)) visitor_.OnEnd(root, Offset(bytes_.end()));
+    Counts counts;
+    if (Message(&type, bytes_, 0, counts)) visitor_.OnEnd(root, Offset(bytes_.end()));
     return !failed_;
   }
 
  private:
-  // The state of the walk in a message: what is left of it, and how often each field has come.
+  // The state of the walk in a message: what is left of it, and which fields have come.
   struct Frame {
-    Frame(const Descriptor* message, std::string_view content, int nesting)
-        : type(message), reader(content), begin(content.begin()), depth(nesting) {
+    Frame(const Descriptor* message, std::string_view content, int nesting, Counts& all)
+        : type(message), reader(content), begin(content.begin()), depth(nesting), counts(all) {
       if (type != nullptr) {
-        counts.resize(static_cast<std::size_t>(type->field_count()));
+        counts.seen.resize(static_cast<std::size_t>(type->field_count()));
         last = LastOccurrences(content, *type, nesting);
       }
     }
@@ -48,9 +56,8 @@ class Walker {
     WireReader reader;
     std::string_view::const_iterator begin;
     int depth;
-    std::vector<int> counts;
-    // See LastOccurrences().
-    std::vector<std::size_t> last;
+    Counts& counts;
+    std::vector<std::size_t> last;  // See LastOccurrences().
   };
 
   std::size_t Offset(std::string_view::const_iterator place) const {
@@ -66,8 +73,8 @@ class Walker {
     return false;
   }
 
-  bool Message(const Descriptor* type, std::string_view content, int depth) {
-    Frame frame(type, content, depth);
+  bool Message(const Descriptor* type, std::string_view content, int depth, Counts& counts) {
+    Frame frame(type, content, depth, counts);
     while (!frame.reader.AtEnd()) {
       if (!Field(frame, nullptr)) return false;
     }
@@ -84,6 +91,7 @@ class Walker {
     if (!frame.reader.Tag(&item.number, &item.wire_type)) {
       return Fail(item.offset, "a field's tag", frame.reader.problem());
     }
+    item.tag_padding = frame.reader.padding();
     if (item.wire_type == kEndGroup) {
       if (closing != nullptr && item.number == group) {
         *closing = true;
@@ -124,7 +132,20 @@ class Walker {
         item.later = Offset(frame.begin) + last;
       }
     } else if (!IsPackedForm(*field, item.wire_type)) {
-      path_ += '[' + std::to_string(frame.counts[place]++) + ']';
+      WireReader ahead = frame.reader;
+      std::uint64_t value = 0;
+      const bool unlisted =
+          field->enum_type() != nullptr && ahead.Varint(&value) && IsUnlisted(*field, value);
+      AppendIndex(frame, *field, unlisted);
+    }
+  }
+
+  void AppendIndex(Frame& frame, const FieldDescriptor& field, bool unlisted) {
+    if (unlisted) {
+      path_ += '#' + std::to_string(field.number());
+    } else {
+      int& count = frame.counts.seen[static_cast<std::size_t>(field.index())];
+      path_ += '[' + std::to_string(count++) + ']';
     }
   }
 
@@ -133,13 +154,15 @@ class Walker {
     switch (item.wire_type) {
       case kVarint:
         if (!reader.Varint(&item.value)) return Fail(Here(frame), "a varint", reader.problem());
-        return Leaf(frame, item);
+        item.value_padding = reader.padding();
+        item.overflowed = reader.overflowed();
+        return Emit(frame, item);
       case kFixed64:
-        if (!reader.Fixed(8, &item.value)) return Fail(Here(frame), "8 bytes", reader.problem());
-        return Leaf(frame, item);
-      case kFixed32:
-        if (!reader.Fixed(4, &item.value)) return Fail(Here(frame), "4 bytes", reader.problem());
-        return Leaf(frame, item);
+      case kFixed32: {
+        const std::size_t width = item.wire_type == kFixed64 ? 8 : 4;
+        if (reader.Fixed(width, &item.value)) return Emit(frame, item);
+        return Fail(Here(frame), std::to_string(width) + " bytes", reader.problem());
+      }
       case kLength:
         return LengthDelimited(frame, item);
       default:
@@ -147,15 +170,11 @@ class Walker {
     }
   }
 
-  bool Leaf(Frame& frame, WireField& item) {
-    Emit(frame, item);
-    return true;
-  }
-
-  void Emit(Frame& frame, WireField& item) {
+  bool Emit(Frame& frame, WireField& item) {
     item.raw = bytes_.substr(item.offset - first_offset_, Here(frame) - item.offset);
     item.path = path_;
     visitor_.OnField(item);
+    return true;
   }
 
   bool LengthDelimited(Frame& frame, WireField& item) {
@@ -163,6 +182,7 @@ class Walker {
     const std::size_t at = Here(frame);
     std::size_t length = 0;
     if (!reader.Length(&length)) return Fail(at, "a length", reader.problem());
+    item.value_padding = reader.padding();
     const FieldDescriptor* field = item.field;
     const bool message = field != nullptr && field->type() == FieldDescriptor::TYPE_MESSAGE;
     if (length > reader.left()) {
@@ -172,10 +192,9 @@ class Walker {
       if (message && item.depth < kDepthLimit) Rest(frame, item);
       return false;
     }
-    const bool packed = field != nullptr && IsPackedForm(*field, item.wire_type);
-    if (!message && !packed) {
+    if (!message && (field == nullptr || !IsPackedForm(*field, item.wire_type))) {
       item.content = reader.Take(length);
-      return Leaf(frame, item);
+      return Emit(frame, item);
     }
     item.kind = message ? FieldKind::kMessage : FieldKind::kPacked;
     const std::size_t content_at = Here(frame);
@@ -187,8 +206,8 @@ class Walker {
       return true;
     }
     // A damaged message or list has its own end, so the walk continues after it.
-    const bool whole = message ? Message(field->message_type(), item.content, item.depth + 1)
-                               : Packed(frame, *field, item, content_at);
+    const bool whole =
+        message ? NestedMessage(frame, item) : Packed(frame, *field, item, content_at);
     item.path = path_;
     if (whole) visitor_.OnEnd(item, content_at + length);
     return true;
@@ -199,7 +218,13 @@ class Walker {
     item.content = bytes_.substr(Here(frame) - first_offset_, frame.reader.left());
     Emit(frame, item);
     frame.reader.Take(item.content.size());
-    Message(item.field->message_type(), item.content, item.depth + 1);
+    NestedMessage(frame, item);
+  }
+
+  bool NestedMessage(Frame& frame, const WireField& item) {
+    Counts own;
+    Counts& counts = item.field->is_repeated() ? own : frame.counts.nested[item.field->index()];
+    return Message(item.field->message_type(), item.content, item.depth + 1, counts);
   }
 
   bool Packed(Frame& frame, const FieldDescriptor& field, const WireField& list, std::size_t at) {
@@ -207,23 +232,24 @@ class Walker {
     WireField item = list;
     item.kind = FieldKind::kElement;
     item.content = {};
+    item.tag_padding = 0;
     ++item.depth;
     const int wire_type = WireTypeOf(field);
-    int& count = frame.counts[static_cast<std::size_t>(field.index())];
     const std::size_t outer = path_.size();
     while (!reader.AtEnd()) {
       path_.resize(outer);
-      path_ += '[' + std::to_string(count) + ']';
       const std::size_t start = reader.position();
-      const bool read = wire_type == kVarint
-                            ? reader.Varint(&item.value)
-                            : reader.Fixed(wire_type == kFixed64 ? 8 : 4, &item.value);
+      const std::size_t width = wire_type == kFixed64 ? 8 : 4;
+      const bool read =
+          wire_type == kVarint ? reader.Varint(&item.value) : reader.Fixed(width, &item.value);
+      AppendIndex(frame, field, read && IsUnlisted(field, item.value));
       if (!read) {
         Fail(at + start, "an element", reader.problem());
         path_.resize(outer);
         return false;
       }
-      ++count;
+      item.value_padding = wire_type == kVarint ? reader.padding() : 0;
+      item.overflowed = wire_type == kVarint && reader.overflowed();
       item.offset = at + start;
       item.raw = list.content.substr(start, reader.position() - start);
       item.path = path_;

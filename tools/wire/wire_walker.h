@@ -39,12 +39,20 @@ struct WireField {
   std::string_view raw;
   // The number of a varint or fixed-width value, undecoded otherwise.
   std::uint64_t value = 0;
+  // How many bytes the varint of the tag, and that of the value or length, take more than they
+  // need.
+  std::size_t tag_padding = 0;
+  std::size_t value_padding = 0;
+  // Whether the varint has bits above the 64th.
+  bool overflowed = false;
   // What the length counts: text, a message, a packed list.
   std::string_view content;
   // The offset of the last occurrence of the same singular field in the same message, if this is
   // an earlier one. A later value replaces an earlier one; a later message is merged into it.
   std::size_t later = kNowhere;
-  // Such as intfEntry[3].zorid.value[0]; a field that the schema does not have is #number.
+  // Such as intfEntry[3].zorid.value[0], with the indices that the parsed message has. A field that
+  // the schema does not have is #number; an unlisted value of a list, which the parser keeps among
+  // the unknown fields, is shutdownProtos#7.
   std::string_view path;
 };
 

@@ -1,0 +1,10 @@
+# zorl2_targets_below(RESULT DIRECTORY): the targets of a source directory and of those below it.
+function(zorl2_targets_below result directory)
+  get_property(targets DIRECTORY ${directory} PROPERTY BUILDSYSTEM_TARGETS)
+  get_property(subdirectories DIRECTORY ${directory} PROPERTY SUBDIRECTORIES)
+  foreach(subdirectory IN LISTS subdirectories)
+    zorl2_targets_below(below ${subdirectory})
+    list(APPEND targets ${below})
+  endforeach()
+  set(${result} ${targets} PARENT_SCOPE)
+endfunction()

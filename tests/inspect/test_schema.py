@@ -1,0 +1,119 @@
+"""Output with --json against the schema files, which are installed."""
+
+import json
+import os
+import unittest
+
+import jsonschema
+import wire
+from support import SAMPLES, SOURCE, ToolTest
+
+SCHEMAS = os.path.join(SOURCE, "tools", "schema")
+
+
+def schema(name):
+    with open(os.path.join(SCHEMAS, name + ".schema.json"), encoding="utf-8") as content:
+        return json.load(content)
+
+
+def check(name, value, definition=None):
+    """Raises ValidationError if the value does not have the form."""
+    form = schema(name)
+    jsonschema.Draft202012Validator.check_schema(form)
+    if definition:
+        form = {"$schema": form["$schema"], "$defs": form["$defs"],
+                "$ref": "#/$defs/" + definition}
+    jsonschema.Draft202012Validator(form).validate(value)
+
+
+# Everything that a form has to cope with: bytes that are no text, identifiers of other sizes, values
+# that are lost, absent fields, unknown fields.
+ODD = wire.entry(identifier=(1, 2, 3), parent=None, port=None, name=b"a\xff", shut=(13, 3),
+                 extra=wire.number(77, 5) + wire.text(78, b"\xff"))
+WIDE = wire.entry(identifier=(0, 0, 1, 300), port=70000)
+
+
+class Schema(ToolTest):
+    def test_every_file_is_a_schema_with_its_version(self):
+        names = sorted(os.listdir(SCHEMAS))
+        self.assertEqual(names, ["%s.schema.json" % name for name in (
+            "diff", "explain", "roundtrip", "show", "stats", "types")])
+        for file in names:
+            name = file.split(".")[0]
+            form = schema(name)
+            jsonschema.Draft202012Validator.check_schema(form)
+            self.assertEqual(form["$id"], "zorl2-inspect/%s/1" % name)
+            if name != "show":
+                self.assertEqual(form["properties"]["schema"], {"const": name + "/1"})
+
+    def test_every_object_of_a_form_is_closed(self):
+        # Otherwise a member that nobody described would pass.
+        def visit(part):
+            if isinstance(part, dict):
+                if "properties" in part and part.get("type") == "object":
+                    self.assertIs(part["additionalProperties"], False)
+                    self.assertEqual(part["required"], list(part["properties"]))
+                for inner in part.values():
+                    visit(inner)
+            elif isinstance(part, list):
+                for inner in part:
+                    visit(inner)
+
+        for file in os.listdir(SCHEMAS):
+            visit(schema(file.split(".")[0]))
+
+    def test_messages(self):
+        for name in os.listdir(SAMPLES):
+            if name.endswith(".json"):
+                done = self.run_tool("show", "--json", os.path.join(SAMPLES, name))
+                check("show", json.loads(done.text))
+        for entry in (ODD, WIDE, wire.entry()):
+            done = self.run_tool("show", "--input", "wire", "--json", "--type", "IntfEntry", "-",
+                                 given=entry)
+            check("show", json.loads(done.text), "IntfEntry")
+        done = self.run_tool("show", "--json", "--delimited", "--type", "IntfEntry", "-",
+                             given=wire.delimited(wire.entry(), WIDE))
+        for line in done.text.splitlines():
+            check("show", json.loads(line), "IntfEntry")
+
+    def test_the_form_of_messages_has_every_field(self):
+        form = schema("show")["$defs"]
+        types = json.loads(self.run_tool("types", "--json").text)
+        for message in types["messages"]:
+            self.assertEqual(list(form[message["name"]]["properties"]),
+                             [field["name"] for field in message["fields"]])
+        for enumeration in types["enumerations"]:
+            self.assertEqual(form[enumeration["name"]]["enum"],
+                             [value["name"] for value in enumeration["values"]])
+
+    def test_reports(self):
+        a = self.file("a.pb", wire.entry_list(wire.entry(), ODD, wire.entry((9, 9, 9, 9))))
+        b = self.file("b.pb", wire.entry_list(WIDE, wire.entry(shut=(4,), parent=None)))
+        stream = self.file("s.pbs", wire.delimited(wire.entry(), ODD, WIDE, b"\x08"))
+        single = ("--type", "IntfEntryList", "--json")
+        many = ("--type", "IntfEntry", "--delimited", "--json")
+        for arguments in (("diff", *single, a, b), ("diff", *single, a, a),
+                          ("roundtrip", *single, a), ("roundtrip", *single, b),
+                          ("explain", *single, a), ("explain", *single, b),
+                          ("explain", *many, stream), ("stats", *many, stream),
+                          ("types", "--json"), ("types", "--json", "ProtocolType")):
+            with self.subTest(arguments):
+                text = self.run_tool(*arguments, status=None).text
+                lines = text.splitlines() if arguments[1:] == (*many, stream) and \
+                    arguments[0] == "explain" else [text]
+                for line in lines:
+                    check(arguments[0], json.loads(line))
+
+    def test_a_form_rejects_what_it_does_not_describe(self):
+        report = json.loads(self.run_tool("types", "--json").text)
+        for change in ({"schema": "types/2"}, {"more": 1}, {"messages": None}):
+            with self.assertRaises(jsonschema.ValidationError):
+                check("types", {**report, **change})
+        entry = json.loads(self.run_tool("show", "--json", "-", given=wire.entry()).text)
+        for change in ({"zorid": "1.2.3"}, {"zorid": 7}, {"intfCategory": 1}, {"more": None}):
+            with self.assertRaises(jsonschema.ValidationError):
+                check("show", {**entry, **change}, "IntfEntry")
+
+
+if __name__ == "__main__":
+    unittest.main()

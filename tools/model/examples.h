@@ -1,0 +1,25 @@
+// A count with a few of the names behind it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zorl2_inspect {
+
+// The names take the same memory however many are counted.
+struct Examples {
+  static constexpr std::size_t kMost = 3;
+
+  void Add(std::string name) {
+    ++count;
+    if (names.size() < kMost) names.push_back(std::move(name));
+  }
+
+  std::uint64_t count = 0;
+  std::vector<std::string> names;
+};
+
+}  // namespace zorl2_inspect

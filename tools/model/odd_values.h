@@ -1,0 +1,49 @@
+// The interfaces that are not like the others.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "interface_entry.pb.h"
+#include "tools/model/examples.h"
+
+namespace zorl2_inspect {
+
+// Compares MTU, speed and duplex mode with those of the other entries of the same type and
+// category. A speed of 0 and an unknown duplex mode say nothing and are left out.
+class OddValues {
+ public:
+  void Add(const zorl2::protobuf::IntfEntry& entry, const std::string& name);
+
+  struct Odd {
+    const char* field;  // The short name.
+    zorl2::protobuf::InterfaceType type;
+    zorl2::protobuf::InterfaceCategory category;
+    std::uint64_t entries;  // Of this type and category, with a value.
+    std::string usual;      // The value that more than half of them have.
+    std::uint64_t unlike;   // How many have another value.
+    std::vector<std::pair<std::string, std::string>> examples;  // Names and values.
+  };
+  // One for each field, type and category that has a usual value and others.
+  std::vector<Odd> Find() const;
+
+ private:
+  enum class Field { kMtu, kSpeed, kDuplex };
+  using Key = std::tuple<Field, zorl2::protobuf::InterfaceType, zorl2::protobuf::InterfaceCategory>;
+  struct Group {
+    std::uint64_t entries = 0;
+    std::map<std::uint32_t, Examples> values;
+  };
+
+  void Count(Field field, const zorl2::protobuf::IntfEntry& entry, std::uint32_t value,
+             const std::string& name);
+  static std::string ValueText(Field field, std::uint32_t value);
+
+  std::map<Key, Group> groups_;
+};
+
+}  // namespace zorl2_inspect

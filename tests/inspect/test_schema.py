@@ -37,7 +37,7 @@ class Schema(ToolTest):
     def test_every_file_is_a_schema_with_its_version(self):
         names = sorted(os.listdir(SCHEMAS))
         self.assertEqual(names, ["%s.schema.json" % name for name in (
-            "diff", "explain", "roundtrip", "show", "stats", "types")])
+            "diff", "explain", "roundtrip", "show", "stats", "summary", "types")])
         for file in names:
             name = file.split(".")[0]
             form = schema(name)
@@ -96,6 +96,7 @@ class Schema(ToolTest):
                           ("roundtrip", *single, a), ("roundtrip", *single, b),
                           ("explain", *single, a), ("explain", *single, b),
                           ("explain", *many, stream), ("stats", *many, stream),
+                          ("summary", *single, a), ("summary", *many, stream),
                           ("types", "--json"), ("types", "--json", "ProtocolType")):
             with self.subTest(arguments):
                 text = self.run_tool(*arguments, status=None).text

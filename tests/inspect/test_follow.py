@@ -46,7 +46,7 @@ class Follow(ToolTest):
             stream.write(content)
 
     def test_a_pipe_gets_each_record_when_it_arrives(self):
-        for options, parts in ((("--json",), (b"7]", b"8]")), ((), (b"0.0.0.7 ", b"0.0.0.8 "))):
+        for options, parts in ((("--json",), (b'"0.0.0.7"', b'"0.0.0.8"')), ((), (b"0.0.0.7 ", b"0.0.0.8 "))):
             process = self.start("show", "--delimited", "--type", "IntfEntry", *options, "-")
             process.stdin.write(FIRST)
             process.stdin.flush()
@@ -71,12 +71,12 @@ class Follow(ToolTest):
         path = self.file("growing.pbs", FIRST)
         process = self.start("show", "--follow", "--delimited", "--json", "--type", "IntfEntry",
                              path)
-        seen = self.wait_for(process, b"7]")
+        seen = self.wait_for(process, b'"0.0.0.7"')
         # A record that arrives in two parts is no damage.
         self.grow(path, SECOND[:9])
         time.sleep(0.3)
         self.grow(path, SECOND[9:])
-        self.wait_for(process, b"8]", seen)
+        self.wait_for(process, b'"0.0.0.8"', seen)
         self.grow(path, FIRST[:9])
         time.sleep(0.3)
         process.send_signal(signal.SIGINT)

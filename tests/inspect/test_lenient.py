@@ -35,6 +35,30 @@ class Lenient(ToolTest):
         self.assertRegex(done.text, r"\n0\.0\.0\.7 .* 17!! .*unlisted value 17")
         self.assertIn("\n!! the conversion to native fails because of this value\n", done.text)
 
+    def test_conditions_select_before_anything_is_marked(self):
+        content = wire.entry_list(wire.entry((0, 0, 0, 8)), UNLISTED, INCOMPLETE)
+        done = self.tool("show", content, "--where", "id=0.0.0.8", status=0)
+        self.assertNotIn("PROBLEM", done.text)
+        self.assertEqual(done.errors, "")
+        done = self.tool("show", content, "--where", "id=0.0.0.7", "--where", "category=L2")
+        place = "intfEntry[1].typeInfo.interfaceType"
+        self.assertIn("\n%s  unlisted value 17" % place, done.text)
+        self.assertIn(": %s: unlisted value 17" % place, done.errors)
+        self.assertEqual(done.errors.count("\n"), 1)
+
+    def test_chosen_columns_have_marks_and_problems(self):
+        content = (wire.entry(port=70000), UNLISTED)
+        for type_name, form, given in (("IntfEntryList", (), wire.entry_list(*content)),
+                                       ("IntfEntry", ("--delimited",), wire.delimited(*content))):
+            with self.subTest(type_name):
+                lines = self.tool("show", given, *form, "--columns", "type,mtu",
+                                  type_name=type_name).text.splitlines()
+                start = next(i for i, line in enumerate(lines) if line.startswith("TYPE "))
+                self.assertEqual(lines[start].split(), ["TYPE", "MTU", "PROBLEM"])
+                self.assertRegex(lines[start + 2], r"^17!! +9216  typeInfo\.interfaceType: unlisted")
+                self.assertRegex(lines[start + 1], r"^ethernet +9216  not kept: generalInfo\.bridge")
+                self.assertTrue(lines[start + 3].startswith("!! "))
+
     def test_forms_without_a_conversion_have_everything(self):
         content = wire.entry_list(wire.entry(), INCOMPLETE)
         got = json.loads(self.tool("show", content, "--json").text)

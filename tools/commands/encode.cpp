@@ -37,9 +37,10 @@ void Append(const std::string& file, const EncodeArguments& arguments, Messages*
   const bool json = arguments.form.empty() ? LooksLikeJson(text) : arguments.form == "json";
   const MessageText input{InputName(file), text, json};
   const Descriptor* const type =
-      arguments.type.empty() ? ReportInferred(input.file, json ? InputForm::kJson : InputForm::kText,
-                                            InferTypeOfText(input))
-                             : TypeNamed(arguments.type);
+      arguments.type.empty()
+          ? ReportInferred(input.file, json ? InputForm::kJson : InputForm::kText,
+                           InferTypeOfText(input))
+          : TypeNamed(arguments.type);
   for (auto& message : ReadMessages(input, *type)) messages->push_back(std::move(message));
 }
 

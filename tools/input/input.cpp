@@ -97,7 +97,7 @@ const Descriptor* TypeNamed(const std::string& type) {
 }
 
 const Descriptor* ReportInferred(const std::string& name, InputForm form,
-                               const InferredType& inferred) {
+                                 const InferredType& inferred) {
   if (inferred.type == nullptr) throw Error(name, inferred.reason, "--type");
   PrintNote(fmt::format("{}: read as {}, type {} inferred: {}", name, FormName(form),
                         inferred.type->name(), inferred.reason));
@@ -176,8 +176,8 @@ void Input::RejectMistakes(const std::string& file, std::string_view content,
   if (!inferred.flawless || inferred.fields < kFewest) return;
   const std::unique_ptr<Message> message = NewMessage(*type_);
   const bool whole = message->ParseFromArray(bytes.data(), static_cast<int>(bytes.size()));
-  const std::string found = fmt::format("a message that fits {} better than {}",
-                                        inferred.type->name(), type_->name());
+  const std::string found =
+      fmt::format("a message that fits {} better than {}", inferred.type->name(), type_->name());
   if (!whole) throw Error(name_, found, "--type " + inferred.type->name());
   PrintNote(fmt::format("{}: {} (--type {})", name_, found, inferred.type->name()));
 }

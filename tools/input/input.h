@@ -39,7 +39,7 @@ std::string ReadInput(const std::string& file);
 const google::protobuf::Descriptor* TypeNamed(const std::string& type);
 // Reports the inferred type and the reason on standard error. Throws Error if there is none.
 const google::protobuf::Descriptor* ReportInferred(const std::string& name, InputForm form,
-                                                 const InferredType& inferred);
+                                                   const InferredType& inferred);
 
 // One message of an input, or one damaged place.
 struct Record {
@@ -96,8 +96,8 @@ class Input {
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
   void ReadWhole(const InputOptions& options);
-  // Throws Error for bytes that are no message, but something that the tool recognises, or a message
-  // of another type than the one that was asked for.
+  // Throws Error for bytes that are no message, but something that the tool recognises, or a
+  // message of another type than the one that was asked for.
   void RejectMistakes(const std::string& file, std::string_view content, std::string_view bytes);
 
   std::string name_;

@@ -170,7 +170,8 @@ InferredType InferTypeOfText(const MessageText& input) {
   // Where all of them stop, none has come to a field of its own.
   if (!furthest.empty() && furthest.size() < MessageTypes().size()) {
     if (reasons.size() > 1) return AmbiguousType(furthest);
-    return {furthest.front(), "no type accepts the text, no other one accepts more of it", false, 0};
+    return {furthest.front(), "no type accepts the text, no other one accepts more of it", false,
+            0};
   }
   // Text that is no JSON has the same problem for every type.
   if (same_problem) Fail(input, *same_problem);

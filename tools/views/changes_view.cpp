@@ -89,18 +89,17 @@ std::string FieldLine(const FieldChange& field) {
 
 void PrintLine(const LineChange& change, const std::string& text, const Palette& paint,
                Output& out) {
-  out.Print("        {}\n", paint(change.added ? Colour::kGreen : Colour::kRed,
-                                  fmt::format("{} line {}: {}", change.added ? '+' : '-',
-                                              change.line, text)));
+  out.Print("        {}\n",
+            paint(change.added ? Colour::kGreen : Colour::kRed,
+                  fmt::format("{} line {}: {}", change.added ? '+' : '-', change.line, text)));
 }
 
 // The lines of a long text that differ; of long lines, the part that differs.
 void PrintText(const FieldChange& field, const Palette& paint, Output& out) {
   const std::string before = field.old_value.Text();
   const std::string after = field.new_value.Text();
-  out.Print("    {}\n", paint(ColourOf(field.kind),
-                              fmt::format("~ {}: {} -> {} bytes", field.path, before.size(),
-                                          after.size())));
+  out.Print("    {}\n", paint(ColourOf(field.kind), fmt::format("~ {}: {} -> {} bytes", field.path,
+                                                                before.size(), after.size())));
   const std::vector<LineChange> changes = CompareLines(before, after);
   for (std::size_t i = 0; i < changes.size(); ++i) {
     const LineChange& change = changes[i];

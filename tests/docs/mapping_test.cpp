@@ -253,7 +253,7 @@ class Walk {
     holder.GetReflection()->ClearField(&holder, &field);
     const std::unique_ptr<gp::Message> out(in->New());
     const bool accepted = root_.run(*in, *out);
-    EXPECT_EQ(accepted, promise != "refused") << "Absent: " << promise;
+    EXPECT_EQ(accepted, promise != "rejected") << "Absent: " << promise;
     if (!accepted) return;
     std::vector<std::string> expected;
     if (promise == "0 0 0 0") {
@@ -265,13 +265,13 @@ class Walk {
   }
 
   void Scalar(const Path& path, const gp::FieldDescriptor& field, const std::string& promise) {
-    static const std::string refusal = "same, but throws for ";
-    const bool refuses = promise.rfind(refusal, 0) == 0;
-    const std::string refused = refuses ? ", " + promise.substr(refusal.size()) + "," : "";
-    EXPECT_TRUE(refuses || promise == "same" || promise.rfind("low ", 0) == 0) << promise;
+    static const std::string rejection = "same, but throws for ";
+    const bool rejects = promise.rfind(rejection, 0) == 0;
+    const std::string rejected = rejects ? ", " + promise.substr(rejection.size()) + "," : "";
+    EXPECT_TRUE(rejects || promise == "same" || promise.rfind("low ", 0) == 0) << promise;
     for (const std::string& value : Probes(field)) {
       SCOPED_TRACE("value " + value);
-      if (refused.find(", " + value + ",") != std::string::npos) {
+      if (rejected.find(", " + value + ",") != std::string::npos) {
         EXPECT_THROW(Carried(path, field, value, promise), std::out_of_range);
       } else {
         EXPECT_NO_THROW(Carried(path, field, value, promise));
@@ -313,22 +313,23 @@ int Bits(const std::string& type) {
   return type.rfind("uint", 0) == 0 && digits == 4 ? std::stoi(type.substr(4)) : 0;
 }
 
-TEST(MappingPage, OutNamesEveryNumberThatIsWiderNatively) {
+TEST(MappingPage, NativeToMessageNamesEveryNumberThatIsWiderNatively) {
   int narrowed = 0;
   for (const auto& [heading, section] : Page()) {
     for (const Row& row : section.rows) {
-      if (row.count("Out") == 0) continue;
+      if (row.count("Native to message") == 0) continue;
       const std::string type = Cell(row, "Type");
       const int message = Bits(type.substr(type.find(' ') + 1));
       const int native = Bits(Cell(row, "Native type"));
       const bool number = message != 0 && native != 0;
       if (number && native > message) {
         ++narrowed;
-        EXPECT_EQ(Cell(row, "Out"), "low " + std::to_string(message) + " bits") << heading;
+        EXPECT_EQ(Cell(row, "Native to message"), "low " + std::to_string(message) + " bits")
+            << heading;
       } else if (number) {
-        EXPECT_EQ(Cell(row, "Out"), "same") << heading << "." << Cell(row, "Field");
+        EXPECT_EQ(Cell(row, "Native to message"), "same") << heading << "." << Cell(row, "Field");
       } else {
-        EXPECT_EQ(Cell(row, "Out"), Cell(row, "There and back"))
+        EXPECT_EQ(Cell(row, "Native to message"), Cell(row, "There and back"))
             << heading << "." << Cell(row, "Field");
       }
     }

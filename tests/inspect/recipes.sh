@@ -1,5 +1,5 @@
 #!/bin/bash
-# The recipes of docs/debugging.md: a capture decoded by protoc with the descriptor set, and by
+# The recipes of docs/guide.md: a capture decoded by protoc with the descriptor set, and by
 # tshark with the schema files. Usage: recipes.sh protoc|tshark INSPECT SAMPLE PROTO_DIR
 # DESCRIPTOR_SET PROTOC
 set -euo pipefail

@@ -69,6 +69,7 @@ class Diff(ToolTest):
     def test_the_client_of_a_list_is_compared(self):
         text = self.diff(wire.entry_list(token="a"), wire.entry_list(token="b"), "--type",
                          "IntfEntryList").text
+        self.assertTrue(text.endswith("\n0 added, 0 removed, 0 changed, 0 the same\n"), text)
         self.assertIn('~ IntfEntryList: changed\n    ~ infoClient.token: "a" -> "b"\n', text)
 
     def test_duplicates_are_paired_in_their_order(self):

@@ -243,13 +243,14 @@ class Input(ToolTest):
                       parts=["line 2, column", "valve"])
 
     def test_a_missing_field_in_either_form_has_its_place(self):
-        for command in ("show", "explain"):
+        for command in (["show", "--strict"], ["explain"]):
             for text, place in (('{"shutProtocol": "LACP",\n "intfs": [{"state": true}]}',
                                  "line 2, column 26: intfs[0].zorid: "),
                                 ("shutProtocol: LACP\nintfs { state: true }",
                                  "line 2, column 1: intfs[0].zorid: ")):
                 with self.subTest(command=command, text=text):
-                    self.rejected(command, "--type", "ShutStateSync", self.file("input", text),
+                    self.rejected(*command, "--type", "ShutStateSync",
+                                  self.file("input", text),
                                   parts=[place + "missing, required by ShutStateInfo [required]"])
 
     def test_every_help_has_an_example(self):

@@ -87,7 +87,7 @@ class RoundTrip(ToolTest):
         self.assertEqual(got["lossless"], False)
         self.assertEqual(got["differences"][0], {
             "record": 1, "path": "generalInfo.bridge_port_number", "old": 70000, "new": 4464,
-            "reason": "narrowed"})
+            "reason": "narrowed", "problem": None})
         done = self.trip(wire.entry(), "--json")
         self.assertEqual(json.loads(done.text)["differences"], [])
 
@@ -105,6 +105,9 @@ class RoundTrip(ToolTest):
     def test_time_is_told_when_asked_for(self):
         done = self.trip(wire.entry(), "--time")
         self.assertRegex(done.text, r"1 native records?, \d+\.\d\d us each")
+        report = json.loads(self.trip(wire.entry(), "--time", "--json").text)
+        self.assertEqual(report["native_records"], 1)
+        self.assertGreater(report["microseconds_each"], 0)
 
 
 if __name__ == "__main__":

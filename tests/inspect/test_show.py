@@ -170,7 +170,7 @@ class Show(ToolTest):
 
     def test_a_required_field_that_holds_an_unlisted_value_says_so(self):
         bad = number(1, 99) + number(2, 1)
-        self.rejected("show", "--type", "BlockInfo", self.file("input", bad), parts=[
+        self.rejected("show", "--strict", "--type", "BlockInfo", self.file("input", bad), parts=[
             "offset 0x0: protocol: unlisted value 99 (listed: 0 to 12), required by BlockInfo "
             "[required]"])
 
@@ -194,14 +194,15 @@ class Show(ToolTest):
             for command in ("show", "roundtrip"):
                 with self.subTest(name=name, command=command):
                     path = self.file("input", content)
-                    done = self.run_tool(command, "--type", name, "--input", "wire", path, status=2)
+                    done = self.run_tool(command, "--strict", "--type", name, "--input", "wire",
+                                         path, status=2)
                     self.assertEqual(done.errors, "zorl2-inspect: %s: %s\n" % (path, error))
                     self.assertEqual(done.text, "")
 
     def test_the_table_shows_the_values_of_the_message(self):
         out = self.show(entry((0, 0, 1, 300), parent=(1, 2, 3)), "--color", "always")
-        self.assertIn("\x1b[33m0.0.1.300\x1b[0m", out)
-        self.assertIn("\x1b[33m1.2.3 (3 values)\x1b[0m", out)
+        self.assertIn("\x1b[33m0.0.1.300!\x1b[0m", out)
+        self.assertIn("\x1b[33m1.2.3 (3 values)!\x1b[0m", out)
 
     def test_text_of_a_capture_never_moves_the_cursor(self):
         general = text(1, b"\x1b[2J\xff\n") + text(2, b"a") + number(4, 1) + text(5, b"b")

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -5,8 +6,10 @@
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/input/message_reader.h"
 #include "tools/model/changes.h"
 #include "tools/model/filter.h"
+#include "tools/model/findings.h"
 #include "tools/model/message_types.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
@@ -20,6 +23,7 @@ struct DiffArguments {
   std::string before;
   std::string after;
   bool json = false;
+  bool strict = false;
   std::vector<std::string> where;
   std::string colour = "auto";
 };
@@ -29,25 +33,32 @@ using google::protobuf::Message;
 struct Capture {
   DiffSide side;
   std::vector<std::unique_ptr<Message>> owned;
+  int status = kExitOk;
   std::unique_ptr<Filter> filter;
 };
 
-Capture Read(InputOptions options, const std::string& file, const std::vector<std::string>& where) {
+Capture Read(const DiffArguments& arguments, const std::string& file) {
+  InputOptions options = arguments.input;
   options.file = file;
+  options.strict = arguments.strict;
   Input input(options);
+  MessageReader reader(input, arguments.strict, {});
   Capture capture;
   capture.side.name = input.name();
-  if (!where.empty()) {
-    capture.filter = std::make_unique<Filter>(input.type(), where);
+  if (!arguments.where.empty()) {
+    capture.filter = std::make_unique<Filter>(input.type(), arguments.where);
     capture.side.filter = capture.filter.get();
   }
   Record record;
-  while (input.Next(record)) {
+  for (;;) {
     std::unique_ptr<Message> message = NewMessage(input.type());
-    input.Read(record, *message);
+    if (!reader.Next(record, *message)) break;
+    // What a converter rejects can be compared; what lacks a field is not the whole message.
+    if (!message->IsInitialized()) reader.Report(record, FindAll(*message).rejections);
     capture.side.records.push_back(message.get());
     capture.owned.push_back(std::move(message));
   }
+  capture.status = reader.status();
   return capture;
 }
 
@@ -55,8 +66,8 @@ int RunDiff(const DiffArguments& arguments) {
   if (arguments.before == "-" && arguments.after == "-") {
     throw Error("standard input", "both captures", "one of them in a file");
   }
-  const Capture before = Read(arguments.input, arguments.before, arguments.where);
-  const Capture after = Read(arguments.input, arguments.after, arguments.where);
+  const Capture before = Read(arguments, arguments.before);
+  const Capture after = Read(arguments, arguments.after);
   const DiffResult result = Compare(before.side, after.side);
   Output output;
   if (arguments.json) {
@@ -65,7 +76,7 @@ int RunDiff(const DiffArguments& arguments) {
     PrintChanges(before.side, after.side, result, PaletteFor(arguments.colour), output);
   }
   output.Finish();
-  return result.equal() ? kExitOk : kExitDifferent;
+  return std::max({before.status, after.status, result.equal() ? kExitOk : kExitDifferent});
 }
 
 }  // namespace
@@ -80,13 +91,15 @@ void AddDiffCommand(CLI::App& app, int& status) {
       ->required()
       ->type_name("");
   AddReadingOptions(*command, arguments->input);
+  AddStrictOption(*command, arguments->strict);
   command->add_flag("--json", arguments->json, "Print JSON");
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
       "their order makes no difference. A list can be compared with a single entry. Texts of\n"
-      "more than 200 bytes are compared by lines. Exit status: 0 equal, 1 different, 2 error.\n"
+      "more than 200 bytes are compared by lines. Exit status: 0 equal, 1 different, or a message\n"
+      "is damaged or lacks a field, 2 an input cannot be read.\n"
       "--where compares the elements that are selected before or after; \"zorl2-inspect show\n"
       "--help\" describes its conditions.\n\n"
       "Example:\n"

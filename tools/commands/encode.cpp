@@ -25,6 +25,7 @@ struct EncodeArguments {
   std::string form;
   std::string output = "-";
   bool delimited = false;
+  bool force = false;
 };
 
 using google::protobuf::Descriptor;
@@ -37,9 +38,10 @@ void Append(const std::string& file, const EncodeArguments& arguments, Messages*
   const bool json = arguments.form.empty() ? LooksLikeJson(text) : arguments.form == "json";
   const MessageText input{InputName(file), text, json};
   const Descriptor* const type =
-      arguments.type.empty() ? ReportInferred(input.file, json ? InputForm::kJson : InputForm::kText,
-                                            InferTypeOfText(input))
-                             : TypeNamed(arguments.type);
+      arguments.type.empty()
+          ? ReportInferred(input.file, json ? InputForm::kJson : InputForm::kText,
+                           InferTypeOfText(input))
+          : TypeNamed(arguments.type);
   for (auto& message : ReadMessages(input, *type)) messages->push_back(std::move(message));
 }
 
@@ -52,6 +54,7 @@ int RunEncode(const EncodeArguments& arguments) {
   }
   // Nothing is written before all of the input is known to be good.
   Output output(arguments.output);
+  output.RejectTerminal(arguments.force);
   MessageWriter writer(output, MessageForm::kWire, arguments.delimited);
   for (const auto& message : messages) writer.Write(*message);
   output.Finish();
@@ -78,6 +81,7 @@ void AddEncodeCommand(CLI::App& app, int& status) {
                     "array or one after the other");
   command->add_option("-o,--output", arguments->output, "Write to this file; - for standard output")
       ->type_name("FILE");
+  AddForceOption(*command, arguments->force);
   command->footer(
       "Example:\n"
       "  echo '{\"value\": [0, 0, 0, 7]}' | zorl2-inspect encode --type Zorid - | xxd");

@@ -66,9 +66,9 @@ class ExplainCommand {
       json_->Begin(input_.name(), type, input_.delimited() ? record.number : 0, record.offset,
                    record.bytes.size());
     } else if (input_.delimited()) {
-      output_.Print("{}\n", paint_(Colour::kBold, fmt::format("record {}: {}, {} bytes",
-                                                              record.number, type,
-                                                              record.bytes.size())));
+      output_.Print(
+          "{}\n", paint_(Colour::kBold, fmt::format("record {}: {}, {} bytes", record.number, type,
+                                                    record.bytes.size())));
     }
     ExplainRows& rows = json_ ? *json_ : *text_;
     const ExplainSummary summary = Explain(record.bytes, input_.type(), record.offset, rows);
@@ -115,9 +115,10 @@ void AddExplainCommand(CLI::App& app, int& status) {
   AddInputOptions(*command, arguments->input);
   command->add_flag("--json", arguments->json, "Print JSON");
   command
-      ->add_option("--width", arguments->width,
-                   "Fit lines into so many columns, 0 for any number; by default into the terminal, "
-                   "elsewhere any number")
+      ->add_option(
+          "--width", arguments->width,
+          "Fit lines into so many columns, 0 for any number; by default into the terminal, "
+          "elsewhere any number")
       ->check(CLI::NonNegativeNumber)
       ->type_name("COLUMNS");
   command->add_option("--bytes", arguments->bytes, "Print so many bytes of one field")

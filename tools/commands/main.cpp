@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <csignal>
+#include <cstdio>
 #include <exception>
 #include <new>
 #include <sstream>
@@ -105,12 +105,11 @@ int Run(int argc, char** argv) {
 int main(int argc, char** argv) {
   // The tool reports what the runtime would log, with the name of the file.
   google::protobuf::SetLogHandler(nullptr);
-  // A closed pipe is reported as an error of the write.
-  std::signal(SIGPIPE, SIG_IGN);
   try {
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {
-    zorl2_inspect::PrintError("out of memory");
+    // Needs no memory.
+    std::fputs("zorl2-inspect: out of memory\n", stderr);
   } catch (const std::exception& error) {
     zorl2_inspect::PrintError(error.what());
   }

@@ -7,6 +7,7 @@
 #include <CLI/Validators.hpp>
 #include <map>
 
+#include "tools/input/waiting.h"
 #include "tools/text/error.h"
 
 namespace zorl2_inspect {
@@ -37,6 +38,28 @@ void AddInputOptions(CLI::App& command, InputOptions& options) {
       ->required()
       ->type_name("");
   AddReadingOptions(command, options);
+}
+
+void AddStrictOption(CLI::App& command, bool& strict) {
+  command.add_flag("--strict", strict,
+                   "End with status 2 at the first message that is damaged or does not convert; by "
+                   "default it is marked, and the status is 1");
+}
+
+void AddFollowOption(CLI::App& command, InputOptions& options) {
+  command.add_flag_callback(
+      "--follow",
+      [&options] {
+        options.follow = true;
+        CatchInterrupts();
+      },
+      "Wait for more at the end of a stream, until Ctrl-C; by default the end of the file is the "
+      "end");
+}
+
+void AddForceOption(CLI::App& command, bool& force) {
+  command.add_flag("--force", force,
+                   "Write wire bytes to a terminal, too; by default that is an error");
 }
 
 void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions) {

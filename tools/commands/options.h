@@ -17,6 +17,12 @@ void AddInputOptions(CLI::App& command, InputOptions& options);
 void AddReadingOptions(CLI::App& command, InputOptions& options);
 // --type.
 void AddTypeOption(CLI::App& command, std::string& type);
+// --strict.
+void AddStrictOption(CLI::App& command, bool& strict);
+// --follow, which also catches Ctrl-C.
+void AddFollowOption(CLI::App& command, InputOptions& options);
+// --force.
+void AddForceOption(CLI::App& command, bool& force);
 // --where, as often as the operator likes.
 void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions);
 // Reports on standard error that nothing was selected, if that is so.

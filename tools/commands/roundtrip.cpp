@@ -1,5 +1,6 @@
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -7,7 +8,9 @@
 #include "check/check.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/input/message_reader.h"
 #include "tools/model/check_text.h"
+#include "tools/model/findings.h"
 #include "tools/model/message_types.h"
 #include "tools/model/native_types.h"
 #include "tools/text/error.h"
@@ -25,6 +28,7 @@ struct RoundTripArguments {
   InputOptions input;
   bool json = false;
   bool time = false;
+  bool strict = false;
   std::string colour = "auto";
 };
 
@@ -32,40 +36,66 @@ class RoundTripCommand {
  public:
   explicit RoundTripCommand(const RoundTripArguments& arguments)
       : arguments_(arguments),
-        input_(arguments.input),
         view_(output_, PaletteFor(arguments.colour), arguments.json),
+        input_(WithHooks(arguments)),
+        reader_(input_, arguments.strict, [this] { output_.Flush(); }),
         before_(NewMessage(input_.type())),
         after_(NewMessage(input_.type())) {}
 
   int Run() {
     Record record;
-    while (input_.Next(record)) {
+    while (reader_.Next(record, *before_)) {
       ++summary_.records;
-      input_.Read(record, *before_);
-      const zorl2::check::Verdict verdict = zorl2::check::Check(*before_);
-      if (!Converts(verdict)) input_.Fail(input_.Locate(record, verdict));
+      if (!Converts(zorl2::check::Check(*before_))) {
+        Reject(record);
+        continue;
+      }
       any_native_ = RoundTrip(*before_, *after_) || any_native_;
       after_->SerializePartialToString(&bytes_);
       if (bytes_ != record.bytes) Compare(record);
       if (arguments_.time) Time();
     }
     Finish();
-    return summary_.losses == 0 ? kExitOk : kExitDifferent;
+    return std::max(reader_.status(), summary_.losses == 0 ? kExitOk : kExitDifferent);
   }
 
  private:
+  InputOptions WithHooks(const RoundTripArguments& arguments) {
+    InputOptions options = arguments.input;
+    options.strict = arguments.strict;
+    options.before_wait = [this] { output_.Flush(); };
+    return options;
+  }
+
+  // Lists why elements do not convert, and what the others lose.
+  void Reject(const Record& record) {
+    const Findings findings = FindAll(*before_);
+    reader_.Report(record, findings.rejections);
+    any_native_ = true;
+    ++summary_.rejected_records;
+    for (const zorl2::check::Verdict& verdict : findings.rejections) {
+      view_.Reject(record.number, Where(record), verdict);
+    }
+    List(record, findings.losses);
+  }
+
   void Compare(const Record& record) {
     const std::vector<Loss> losses = zorl2::check::FindLosses(*before_);
-    if (losses.empty()) {
-      ++other_encoding_;
-      return;
-    }
+    if (losses.empty()) ++other_encoding_;
+    List(record, losses);
+  }
+
+  void List(const Record& record, const std::vector<Loss>& losses) {
+    if (losses.empty()) return;
     ++summary_.records_with_losses;
     summary_.losses += losses.size();
-    const std::string where =
-        input_.delimited() ? fmt::format("record {}, offset {:#x}: ", record.number, record.offset)
-                           : std::string();
+    const std::string where = Where(record);
     for (const Loss& loss : losses) view_.Report(record.number, where, loss);
+  }
+
+  std::string Where(const Record& record) const {
+    if (!input_.delimited()) return {};
+    return fmt::format("record {}, offset {:#x}: ", record.number, record.offset);
   }
 
   // Repeats the conversion of a single message, so that the figure does not depend on one run.
@@ -94,18 +124,17 @@ class RoundTripCommand {
       summary_.notes += "; the same fields in another encoding";
       if (input_.delimited()) summary_.notes += fmt::format(" in {} records", other_encoding_);
     }
+    if (arguments_.time) summary_.timed_records = natives_;
+    if (natives_ > 0) summary_.microseconds = seconds_ / static_cast<double>(natives_) * 1e6;
     view_.Finish(summary_);
-    if (arguments_.time && natives_ > 0 && !arguments_.json) {
-      output_.Print("{} native records, {:.2f} us each to native and back\n", natives_,
-                    seconds_ / static_cast<double>(natives_) * 1e6);
-    }
     output_.Finish();
   }
 
   const RoundTripArguments& arguments_;
-  Input input_;
   Output output_;
   RoundTripView view_;
+  Input input_;
+  MessageReader reader_;
   std::unique_ptr<Message> before_;
   std::unique_ptr<Message> after_;
   std::string bytes_;
@@ -125,11 +154,14 @@ void AddRoundtripCommand(CLI::App& app, int& status) {
       "Convert messages to native records and back, and list what is lost with its field\n"
       "path, the value before and after, and the kind of loss");
   AddInputOptions(*command, arguments->input);
+  AddFollowOption(*command, arguments->input);
+  AddStrictOption(*command, arguments->strict);
   command->add_flag("--json", arguments->json, "Print JSON");
   command->add_flag("--time", arguments->time, "Also print how long a conversion takes");
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "Exit status: 0 lossless, 1 losses, 2 error.\n\n"
+      "Exit status: 0 lossless, 1 losses, damaged messages or messages that do not convert, 2 the\n"
+      "input cannot be read.\n\n"
       "Example:\n"
       "  zorl2-inspect snapshot | zorl2-inspect roundtrip -");
   command->callback([arguments, &status] { status = RoundTripCommand(*arguments).Run(); });

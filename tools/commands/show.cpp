@@ -10,17 +10,20 @@
 #include "check/check.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/input/message_reader.h"
 #include "tools/model/check_text.h"
 #include "tools/model/columns.h"
 #include "tools/model/entry_row.h"
 #include "tools/model/filter.h"
+#include "tools/model/findings.h"
 #include "tools/model/message_forms.h"
 #include "tools/model/message_types.h"
 #include "tools/model/unknown_fields.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
-#include "tools/views/entry_table.h"
+#include "tools/text/quoting.h"
 #include "tools/views/message_view.h"
+#include "tools/views/stream_table.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -31,26 +34,27 @@ struct ShowArguments {
   InputOptions input;
   std::string output = "table";
   bool json = false;
+  bool strict = false;
+  bool force = false;
   std::vector<std::string> where;
   std::string columns;
   std::string colour = "auto";
 };
 
-// The entries of a stream are one table; its heading is repeated after so many rows.
-constexpr std::size_t kRowsBelowHeading = 1000;
-
 class Show {
  public:
   explicit Show(const ShowArguments& arguments)
-      : input_(arguments.input),
-        form_(arguments.json ? "json" : arguments.output),
+      : form_(arguments.json ? "json" : arguments.output),
         palette_(PaletteFor(arguments.colour)),
-        filter_(input_.type(), arguments.where),
-        rows_(EntryTable()) {
+        rows_(output_, palette_),
+        input_(WithHooks(arguments)),
+        reader_(input_, arguments.strict, [this] { Flush(); }),
+        filter_(input_.type(), arguments.where) {
+    if (form_ == "wire") output_.RejectTerminal(arguments.force);
     if (!arguments.columns.empty()) {
       if (form_ != "table") throw Error("--columns", "--output " + form_, "--output table");
       columns_.emplace(input_.type(), arguments.columns);
-      rows_ = Table(columns_->Titles(), Table::Empty::kPrinted);
+      rows_.Replace(ColumnsTable(*columns_));
     }
     if (form_ != "table" && form_ != "native") {
       writer_.emplace(output_, FormNamed(form_), input_.delimited());
@@ -60,19 +64,41 @@ class Show {
   int Run() {
     const std::unique_ptr<Message> message = NewMessage(input_.type());
     Record record;
-    while (input_.Next(record)) {
-      input_.Read(record, *message);
-      const zorl2::check::Verdict verdict = zorl2::check::Check(*message);
-      if (!Converts(verdict)) input_.Fail(input_.Locate(record, verdict));
-      if (filter_.Apply(message.get())) ShowRecord(*message, record);
+    while (reader_.Next(record, *message)) {
+      if (!filter_.Apply(message.get())) continue;
+      const bool converts = Converts(zorl2::check::Check(*message));
+      if (strict_ && !converts) Report(record, *message);
+      ShowRecord(*message, record);
+      if (!converts) Report(record, *message);
     }
-    if (!rows_.empty()) rows_.Print(output_, palette_);
+    rows_.Finish();
     output_.Finish();
     NoteNothingSelected(input_.name(), filter_);
-    return kExitOk;
+    return reader_.status();
   }
 
  private:
+  InputOptions WithHooks(const ShowArguments& arguments) {
+    strict_ = arguments.strict;
+    InputOptions options = arguments.input;
+    options.strict = arguments.strict;
+    options.before_wait = [this] { Flush(); };
+    return options;
+  }
+
+  void Flush() {
+    rows_.Flush();
+    output_.Flush();
+  }
+
+  void Report(const Record& record, const Message& message) {
+    std::vector<zorl2::check::Verdict> rejections = FindAll(message).rejections;
+    for (zorl2::check::Verdict& verdict : rejections) {
+      verdict.field = filter_.PathBefore(verdict.field);
+    }
+    reader_.Report(record, rejections);
+  }
+
   void ShowRecord(const Message& message, const Record& record) {
     if (writer_) {
       writer_->Write(message);
@@ -84,9 +110,8 @@ class Show {
       ShowColumns(message, record);
     } else if (input_.delimited() &&
                message.GetDescriptor() == zorl2::protobuf::IntfEntry::descriptor()) {
-      AddRow(MakeEntryRow(static_cast<const zorl2::protobuf::IntfEntry&>(message)), rows_);
-      if (rows_.size() < kRowsBelowHeading) return;
-      PrintRows();
+      const auto& entry = static_cast<const zorl2::protobuf::IntfEntry&>(message);
+      rows_.Add(record.number, MakeEntryRow(entry));
     } else {
       if (shown_) output_.Write('\n');
       PrintMessage(message, Title(record), filter_, output_, palette_);
@@ -95,9 +120,9 @@ class Show {
   }
 
   void ShowColumns(const Message& message, const Record& record) {
-    for (const auto& row : columns_->Rows(message)) AddRow(row, rows_);
+    const std::vector<EntryRow> rows = columns_->Rows(message);
     if (input_.delimited()) {
-      if (rows_.size() >= kRowsBelowHeading) PrintRows();
+      for (const EntryRow& row : rows) rows_.Add(record.number, row);
       return;
     }
     std::string title = Title(record);
@@ -105,13 +130,8 @@ class Show {
       title += fmt::format(": {} of {} elements", filter_.selected(), filter_.last_seen());
     }
     output_.Print("{}\n\n", palette_(Colour::kBold, title));
-    if (!rows_.empty()) PrintRows();
+    PrintRows(rows, ColumnsTable(*columns_), output_, palette_);
     PrintNotKept(message, filter_, output_, palette_);
-  }
-
-  void PrintRows() {
-    rows_.Print(output_, palette_);
-    rows_.Clear();
   }
 
   void NoteUnknown(const Message& message) const {
@@ -124,20 +144,25 @@ class Show {
   }
 
   std::string Title(const Record& record) const {
-    if (!input_.delimited()) return fmt::format("{} from {}", input_.type().name(), input_.name());
-    return fmt::format("{} from {}, record {}, offset {:#x}", input_.type().name(), input_.name(),
-                       record.number, record.offset);
+    std::string title = fmt::format("{} from {}", input_.type().name(), Printable(input_.name()));
+    if (input_.delimited()) {
+      title += fmt::format(", record {}, offset {:#x}", record.number, record.offset);
+    }
+    return title;
   }
 
-  Input input_;
   std::string form_;
   Palette palette_;
   Output output_;
+  StreamTable rows_;
+  bool strict_ = false;
+  // Reads while it is made, and flushes the above before it waits.
+  Input input_;
+  MessageReader reader_;
   std::optional<MessageWriter> writer_;
   Filter filter_;
   std::optional<Columns> columns_;
   bool shown_ = false;
-  Table rows_;
 };
 
 }  // namespace
@@ -147,6 +172,8 @@ void AddShowCommand(CLI::App& app, int& status) {
   CLI::App* command =
       app.add_subcommand("show", "Show messages next to their native records, or in another form");
   AddInputOptions(*command, arguments->input);
+  AddFollowOption(*command, arguments->input);
+  AddStrictOption(*command, arguments->strict);
   command
       ->add_option("--output", arguments->output,
                    "Set the form: table, json, text, native (the native records), wire or hex")
@@ -154,6 +181,7 @@ void AddShowCommand(CLI::App& app, int& status) {
       ->capture_default_str()
       ->type_name("FORM");
   command->add_flag("--json", arguments->json, "Print JSON, like --output json");
+  AddForceOption(*command, arguments->force);
   AddWhereOption(*command, arguments->where);
   command
       ->add_option("--columns", arguments->columns,
@@ -169,7 +197,12 @@ void AddShowCommand(CLI::App& app, int& status) {
       "(those that block it). A repeated field needs one value that fits. != is true where = is\n"
       "false. An empty VALUE stands for no value: 'shut!=' selects the ports that are shut. Names "
       "of\n"
-      "enumerations may be shortened: admin=up. Exit status 0 also if nothing is selected.\n\n"
+      "enumerations may be shortened: admin=up.\n\n"
+      "A value that the native record does not keep has \"!\" after it, a value because of which "
+      "the\n"
+      "conversion fails has \"!!\". Exit status: 0 done, also if nothing is selected, 1 a message "
+      "is\n"
+      "damaged or does not convert, 2 the input cannot be read.\n\n"
       "Examples:\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"
       "  zorl2-inspect snapshot | zorl2-inspect show --where admin=up --columns name,oper,mtu -\n"

@@ -9,6 +9,7 @@
 #include "convert/info_client_config_converter.h"
 #include "convert/intf_entry_converter.h"
 #include "tools/commands/commands.h"
+#include "tools/commands/options.h"
 #include "tools/model/message_forms.h"
 #include "tools/system/kernel_links.h"
 #include "tools/text/error.h"
@@ -22,6 +23,7 @@ namespace pb = zorl2::protobuf;
 struct SnapshotArguments {
   std::string file = "-";
   std::string form;
+  bool force = false;
 };
 
 // The snapshot answers a client that asked for everything and acts for no protocol.
@@ -49,6 +51,7 @@ int RunSnapshot(const SnapshotArguments& arguments) {
   std::string form = arguments.form;
   if (form.empty()) form = arguments.file == "-" && isatty(STDOUT_FILENO) == 1 ? "json" : "wire";
   Output output(arguments.file);
+  if (form == "wire") output.RejectTerminal(arguments.force);
   MessageWriter(output, FormNamed(form), false).Write(list);
   output.Finish();
   return kExitOk;
@@ -68,6 +71,7 @@ void AddSnapshotCommand(CLI::App& app, int& status) {
           "Set the form: wire, json, text or hex; if omitted, json on a terminal, else wire")
       ->check(CLI::IsMember({"wire", "json", "text", "hex"}))
       ->type_name("FORM");
+  AddForceOption(*command, arguments->force);
   command->footer(
       "The fields and their sources:\n"
       "  zorid             the interface index as four octets, the most significant first\n"

@@ -1,6 +1,11 @@
+#include <fmt/format.h>
+#include <unistd.h>
+
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
+#include <chrono>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,55 +31,113 @@ struct StatsArguments {
   std::uint64_t listed = 20;
 };
 
-int RunStats(const StatsArguments& arguments) {
-  Input input(arguments.input);
-  Output output;
-  StatsView view(output, arguments.json, arguments.listed);
-  view.Begin(input.name(), input.type().name());
-  Filter filter(input.type(), arguments.where);
-  RecordCounter counter(input.type(), &filter);
-  RecordSummary summary;
-  Progress progress(input.size());
-  std::optional<Problem> broken;
-  Record record;
-  while (input.Next(record)) {
-    const std::uint64_t size = input.consumed() - record.offset;
+constexpr auto kRefresh = std::chrono::milliseconds(500);
+
+class Stats {
+ public:
+  explicit Stats(const StatsArguments& arguments)
+      : live_(arguments.input.follow && !arguments.json && isatty(STDOUT_FILENO) == 1),
+        view_(output_, arguments.json, arguments.listed),
+        input_(WithHooks(arguments)),
+        filter_(input_.type(), arguments.where),
+        counter_(input_.type(), &filter_),
+        progress_(live_ ? 0 : input_.size()) {}
+
+  int Run() {
+    view_.Begin(input_.name(), input_.type().name());
+    Record record;
+    while (!broken_ && input_.Next(record)) {
+      Take(record);
+      if (live_) {
+        Refresh();
+      } else {
+        progress_.Update(input_.consumed(), summary_.records);
+      }
+    }
+    progress_.Finish();
+    if (live_) std::fputs(kClear, stdout);
+    Sum();
+    view_.End(summary_, counter_.Sections(), broken_ ? ProblemText(*broken_) : std::string());
+    output_.Finish();
+    NoteNothingSelected(input_.name(), filter_);
+    if (broken_) PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*broken_)));
+    if (input_.CannotRead()) return kExitError;
+    const std::uint64_t good = summary_.outcomes[static_cast<std::size_t>(RecordOutcome::kGood)];
+    return good == summary_.records && !broken_ ? kExitOk : kExitDifferent;
+  }
+
+ private:
+  // Clears the terminal.
+  static constexpr const char* kClear = "\x1b[H\x1b[2J";
+
+  InputOptions WithHooks(const StatsArguments& arguments) {
+    InputOptions options = arguments.input;
+    if (live_) options.before_wait = [this] { Refresh(); };
+    return options;
+  }
+
+  void Take(const Record& record) {
+    const std::uint64_t size = input_.consumed() - record.offset;
     RecordOutcome outcome = RecordOutcome::kMalformed;
     Problem problem;
     if (record.damage) {
       problem = *record.damage;
       problem.record = 0;
-      if (input.AtEnd()) {
-        broken = problem;
-        break;
+      if (input_.AtEnd()) {
+        broken_ = problem;
+        return;
       }
     } else {
-      const auto taken = counter.Take(record.bytes, &problem);
+      const auto taken = counter_.Take(record.bytes, &problem);
       if (!taken) {
-        ++summary.left_out;
-        progress.Update(input.consumed(), summary.records);
-        continue;
+        ++summary_.left_out;
+        return;
       }
       outcome = *taken;
       if (problem.offset) *problem.offset += record.offset;
     }
-    summary.Add(size);
-    ++summary.outcomes[static_cast<std::size_t>(outcome)];
-    if (outcome != RecordOutcome::kGood) {
-      view.Bad({record.number, record.offset, size, outcome, std::move(problem)});
-    }
-    progress.Update(input.consumed(), summary.records);
+    summary_.Add(size);
+    ++summary_.outcomes[static_cast<std::size_t>(outcome)];
+    if (outcome == RecordOutcome::kGood) return;
+    view_.Bad({record.number, record.offset, size, outcome, std::move(problem)});
   }
-  summary.seconds = progress.Seconds();
-  progress.Finish();
-  summary.conversions = counter.conversions();
-  view.End(summary, counter.Sections(), broken ? ProblemText(*broken) : std::string());
-  output.Finish();
-  NoteNothingSelected(input.name(), filter);
-  if (broken) input.Fail(*broken);
-  const std::uint64_t good = summary.outcomes[static_cast<std::size_t>(RecordOutcome::kGood)];
-  return good == summary.records ? kExitOk : kExitDifferent;
-}
+
+  void Sum() {
+    summary_.seconds = progress_.Seconds();
+    summary_.conversions = counter_.conversions();
+  }
+
+  // Shows the result so far, not too often.
+  void Refresh() {
+    if (summary_.records == 0 || summary_.records == shown_) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now < next_refresh_) return;
+    next_refresh_ = now + kRefresh;
+    shown_ = summary_.records;
+    Sum();
+    std::string text = kClear;
+    Output screen(&text);
+    StatsView view(screen, false, 0);
+    view.Begin(input_.name(), input_.type().name());
+    view.End(summary_, counter_.Sections(), "");
+    screen.Finish();
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    std::fflush(stdout);
+  }
+
+  bool live_;
+  Output output_;
+  StatsView view_;
+  RecordSummary summary_;
+  std::uint64_t shown_ = 0;
+  std::chrono::steady_clock::time_point next_refresh_;
+  // Reads while it is made, and may refresh before it waits.
+  Input input_;
+  Filter filter_;
+  RecordCounter counter_;
+  Progress progress_;
+  std::optional<Problem> broken_;
+};
 
 }  // namespace
 
@@ -90,6 +153,7 @@ void AddStatsCommand(CLI::App& app, int& status) {
   AddTypeOption(*command, arguments->input.type);
   command->add_flag_callback(
       "--delimited", [] {}, "Accepted for symmetry; the input of stats is always length-prefixed");
+  AddFollowOption(*command, arguments->input);
   AddWhereOption(*command, arguments->where);
   command->add_flag("--json", arguments->json, "Print JSON");
   command->add_option("--list", arguments->listed, "List so many records that are not good")
@@ -105,12 +169,14 @@ void AddStatsCommand(CLI::App& app, int& status) {
       "Converts every message to native and back, counts types, categories, protocols, sizes and\n"
       "what the conversion changes, and lists the records that do not convert.\n\n"
       "Needs the same memory for any stream. Exit status: 0 all records are good, 1 some are not,\n"
-      "2 the stream cannot be read to its end. \"zorl2-inspect show --help\" describes the "
-      "conditions\n"
-      "of --where; they do not leave out records that are no messages.\n\n"
+      "or the stream ends inside a record, 2 the input cannot be read. With --follow on a "
+      "terminal\n"
+      "the report is refreshed; Ctrl-C prints it as it is then. \"zorl2-inspect show --help\"\n"
+      "describes the conditions of --where; they do not leave out records that are no "
+      "messages.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");
-  command->callback([arguments, &status] { status = RunStats(*arguments); });
+  command->callback([arguments, &status] { status = Stats(*arguments).Run(); });
 }
 
 }  // namespace zorl2_inspect

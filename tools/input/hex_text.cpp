@@ -197,8 +197,8 @@ bool OnlyBytesFollow(const std::vector<Token>& tokens) {
          });
 }
 
-// A dump begins every line with an offset. The first offset is zero and longer than a byte; a gap, a
-// colon or nothing but single bytes follow it.
+// A dump begins every line with an offset. The first offset is zero and longer than a byte; a gap,
+// a colon or nothing but single bytes follow it.
 bool LooksLikeDump(std::string_view text) {
   while (!text.empty()) {
     const std::size_t length = text.find('\n');

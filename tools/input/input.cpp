@@ -97,7 +97,7 @@ const Descriptor* TypeNamed(const std::string& type) {
 }
 
 const Descriptor* ReportInferred(const std::string& name, InputForm form,
-                               const InferredType& inferred) {
+                                 const InferredType& inferred) {
   if (inferred.type == nullptr) throw Error(name, inferred.reason, "--type");
   PrintNote(fmt::format("{}: read as {}, type {} inferred: {}", name, FormName(form),
                         inferred.type->name(), inferred.reason));
@@ -108,6 +108,9 @@ Input::Input(const InputOptions& options)
     : name_(InputName(options.file)), form_(options.form), delimited_(options.delimited) {
   if (delimited_ && (form_ == InputForm::kJson || form_ == InputForm::kText)) {
     throw Error(name_, FormName(form_), "wire bytes or hexadecimal text with --delimited");
+  }
+  if (options.follow && (!delimited_ || form_ == InputForm::kHex)) {
+    throw Error(name_, "--follow", "a stream of wire bytes, with --delimited");
   }
   if (!options.type.empty()) type_ = TypeNamed(options.type);
   descriptor_ = OpenFile(options.file);
@@ -136,6 +139,7 @@ void Input::Open(const InputOptions& options) {
 }
 
 void Input::OpenStream(const InputOptions& options) {
+  if (form_ == InputForm::kInferred && options.follow) form_ = InputForm::kWire;
   if (form_ == InputForm::kInferred) {
     // Only the beginning of a file can be read twice; other streams are wire bytes.
     std::string beginning(4096, '\0');
@@ -153,7 +157,8 @@ void Input::OpenStream(const InputOptions& options) {
     descriptor_ = OpenBytes(bytes, name_);
     size_ = bytes.size();
   }
-  stream_ = std::make_unique<RecordStream>(descriptor_, options.longest);
+  stream_ = std::make_unique<RecordStream>(
+      descriptor_, RecordStream::Options{options.longest, options.follow, options.before_wait});
   if (type_ != nullptr) return;
   read_ahead_ = Next(ahead_);
   if (!read_ahead_) throw Error(name_, "an empty stream", "--type");
@@ -176,8 +181,8 @@ void Input::RejectMistakes(const std::string& file, std::string_view content,
   if (!inferred.flawless || inferred.fields < kFewest) return;
   const std::unique_ptr<Message> message = NewMessage(*type_);
   const bool whole = message->ParseFromArray(bytes.data(), static_cast<int>(bytes.size()));
-  const std::string found = fmt::format("a message that fits {} better than {}",
-                                        inferred.type->name(), type_->name());
+  const std::string found =
+      fmt::format("a message that fits {} better than {}", inferred.type->name(), type_->name());
   if (!whole) throw Error(name_, found, "--type " + inferred.type->name());
   PrintNote(fmt::format("{}: {} (--type {})", name_, found, inferred.type->name()));
 }
@@ -189,7 +194,8 @@ void Input::ReadWhole(const InputOptions& options) {
   if (form_ == InputForm::kJson || form_ == InputForm::kText) {
     const MessageText text{name_, WithoutMark(content), form_ == InputForm::kJson};
     if (infer_type) type_ = ReportInferred(name_, form_, InferTypeOfText(text));
-    bytes_ = ReadMessage(text, *type_)->SerializeAsString();
+    bytes_ =
+        ReadMessage(text, *type_, options.strict ? nullptr : &missing_)->SerializePartialAsString();
     return;
   }
   if (form_ == InputForm::kHex) {
@@ -251,19 +257,13 @@ std::optional<Problem> Input::Parse(const Record& record, Message& message) cons
 }
 
 Problem Input::Locate(const Record& record, const zorl2::check::Verdict& verdict) const {
+  if (missing_ && IsIncomplete(verdict)) return *missing_;
   Problem problem = RejectionOf(verdict);
   problem.record = stream_ ? record.number : 0;
   if (form_ == InputForm::kWire || form_ == InputForm::kHex) {
     problem.offset = record.offset + OffsetOf(record.bytes, *type_, verdict.field);
   }
   return problem;
-}
-
-void Input::Read(const Record& record, Message& message) const {
-  if (record.damage) Fail(*record.damage);
-  if (const auto problem = Parse(record, message)) Fail(*problem);
-  if (message.IsInitialized()) return;
-  Fail(Locate(record, zorl2::check::Check(message)));
 }
 
 }  // namespace zorl2_inspect

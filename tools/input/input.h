@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,6 +30,10 @@ struct InputOptions {
   InputForm form = InputForm::kInferred;
   bool delimited = false;  // A stream of length-prefixed messages, as wire bytes or hexadecimal.
   std::size_t longest = kLongestRecord;  // A longer record of a stream is damage.
+  bool strict = true;                    // A text without a required field is an error.
+  bool follow = false;                   // Wait for more of a stream at its end, until Ctrl-C.
+  // Called before the tool waits for more of a stream. May be empty.
+  std::function<void()> before_wait;
 };
 
 // The name of the file in errors and headings: "standard input" for "-".
@@ -39,7 +44,7 @@ std::string ReadInput(const std::string& file);
 const google::protobuf::Descriptor* TypeNamed(const std::string& type);
 // Reports the inferred type and the reason on standard error. Throws Error if there is none.
 const google::protobuf::Descriptor* ReportInferred(const std::string& name, InputForm form,
-                                                 const InferredType& inferred);
+                                                   const InferredType& inferred);
 
 // One message of an input, or one damaged place.
 struct Record {
@@ -78,16 +83,15 @@ class Input {
   // Whether Next() will return false.
   bool AtEnd() const { return ended_ && !read_ahead_; }
 
+  // Whether the system could not read the input to its end.
+  bool CannotRead() const { return stream_ && stream_->cannot_read(); }
+
   // Replaces the message by the record's, as far as it can be parsed. Returns why the bytes are no
   // message of the type, with an offset in the input.
   std::optional<Problem> Parse(const Record& record, google::protobuf::Message& message) const;
 
   // What zorl2::check says of the record's message, with its offset in the input.
   Problem Locate(const Record& record, const zorl2::check::Verdict& verdict) const;
-
-  // Replaces the message by the record's. Throws Error for damage, for bytes that are no message of
-  // the type, and for a missing required field.
-  void Read(const Record& record, google::protobuf::Message& message) const;
 
   // Throws the problem as an error of this input.
   [[noreturn]] void Fail(const Problem& problem) const { throw Error(name_, problem); }
@@ -96,8 +100,8 @@ class Input {
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
   void ReadWhole(const InputOptions& options);
-  // Throws Error for bytes that are no message, but something that the tool recognises, or a message
-  // of another type than the one that was asked for.
+  // Throws Error for bytes that are no message, but something that the tool recognises, or a
+  // message of another type than the one that was asked for.
   void RejectMistakes(const std::string& file, std::string_view content, std::string_view bytes);
 
   std::string name_;
@@ -113,6 +117,7 @@ class Input {
   Record ahead_;
   // Or one message.
   std::string bytes_;
+  std::optional<Problem> missing_;  // The required field that a text does not have.
   std::uint64_t next_number_ = 1;
 };
 

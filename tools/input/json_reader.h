@@ -21,8 +21,9 @@ enum class JsonExtent {
 
 // Reads messages of the type and adds them to `messages`, also those before a problem. Accepts JSON
 // only: no comments, no unquoted names, no name twice, no unknown names. Names are those of the
-// schema or their lower camel case. A number may be in quotes, null is an absent field, an identifier
-// may be "0.0.0.7", and a text may be {"hex": "67 65 ff"}. Required fields may be missing.
+// schema or their lower camel case. A number may be in quotes, null is an absent field, an
+// identifier may be "0.0.0.7", and a text may be {"hex": "67 65 ff"}. Required fields may be
+// missing.
 std::optional<JsonProblem> ReadJson(
     std::string_view text, const google::protobuf::Descriptor& type, JsonExtent extent,
     std::vector<std::unique_ptr<google::protobuf::Message>>* messages);

@@ -53,13 +53,17 @@ TextPlace PlaceOfMessage(const Descriptor& type, const TextFormat::ParseInfoTree
   return best;
 }
 
-[[noreturn]] void FailMissing(const MessageText& input, const Verdict& verdict, TextPlace place) {
+// Throws if the caller does not want to know.
+void ReportMissing(const MessageText& input, const Verdict& verdict, TextPlace place,
+                   std::optional<Problem>* missing) {
   Problem problem = RejectionOf(verdict);
   problem.place = place;
-  throw Error(input.file, problem);
+  if (missing == nullptr) throw Error(input.file, problem);
+  if (!missing->has_value()) *missing = std::move(problem);
 }
 
-std::unique_ptr<Message> ReadText(const MessageText& input, const Descriptor& type) {
+std::unique_ptr<Message> ReadText(const MessageText& input, const Descriptor& type,
+                                  std::optional<Problem>* missing) {
   std::unique_ptr<Message> message = NewMessage(type);
   FirstTextError error;
   TextFormat::ParseInfoTree places;
@@ -68,12 +72,13 @@ std::unique_ptr<Message> ReadText(const MessageText& input, const Descriptor& ty
   }
   const Verdict verdict = zorl2::check::Check(*message);
   if (IsIncomplete(verdict)) {
-    FailMissing(input, verdict, PlaceOfMessage(type, places, verdict.field));
+    ReportMissing(input, verdict, PlaceOfMessage(type, places, verdict.field), missing);
   }
   return message;
 }
 
-Messages ReadJsonMessages(const MessageText& input, const Descriptor& type) {
+Messages ReadJsonMessages(const MessageText& input, const Descriptor& type,
+                          std::optional<Problem>* missing) {
   Messages messages;
   const auto problem = ReadJson(input.text, type, JsonExtent::kAll, &messages);
   if (problem.has_value()) Fail(input, *problem);
@@ -82,7 +87,7 @@ Messages ReadJsonMessages(const MessageText& input, const Descriptor& type) {
     const Verdict verdict = zorl2::check::Check(*messages[i]);
     if (!IsIncomplete(verdict)) continue;
     const std::size_t end = EndOfObject(input.text, type, i, MessagePart(verdict.field));
-    FailMissing(input, verdict, PlaceAt(input.text, end));
+    ReportMissing(input, verdict, PlaceAt(input.text, end), missing);
   }
   return messages;
 }
@@ -170,16 +175,18 @@ InferredType InferTypeOfText(const MessageText& input) {
   // Where all of them stop, none has come to a field of its own.
   if (!furthest.empty() && furthest.size() < MessageTypes().size()) {
     if (reasons.size() > 1) return AmbiguousType(furthest);
-    return {furthest.front(), "no type accepts the text, no other one accepts more of it", false, 0};
+    return {furthest.front(), "no type accepts the text, no other one accepts more of it", false,
+            0};
   }
   // Text that is no JSON has the same problem for every type.
   if (same_problem) Fail(input, *same_problem);
   return {nullptr, "the text begins with a field of no message", false, 0};
 }
 
-std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor& type) {
-  if (!input.json) return ReadText(input, type);
-  Messages messages = ReadJsonMessages(input, type);
+std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor& type,
+                                     std::optional<Problem>* missing) {
+  if (!input.json) return ReadText(input, type, missing);
+  Messages messages = ReadJsonMessages(input, type, missing);
   if (messages.size() != 1) {
     throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
   }
@@ -188,9 +195,9 @@ std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor&
 }
 
 Messages ReadMessages(const MessageText& input, const Descriptor& type) {
-  if (input.json) return ReadJsonMessages(input, type);
+  if (input.json) return ReadJsonMessages(input, type, nullptr);
   Messages messages;
-  messages.push_back(ReadText(input, type));
+  messages.push_back(ReadText(input, type, nullptr));
   return messages;
 }
 

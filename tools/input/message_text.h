@@ -5,12 +5,14 @@
 #include <google/protobuf/message.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tools/input/hex_text.h"
 #include "tools/input/type_inference.h"
+#include "tools/text/error.h"
 
 namespace zorl2_inspect {
 
@@ -29,9 +31,11 @@ InferredType InferTypeOfText(const MessageText& input);
 
 // Both throw Error with line, column and field path, also if a required field is missing.
 //
-// The one message of the text.
+// The one message of the text. With `missing`, a missing required field is no exception but a
+// problem there.
 std::unique_ptr<google::protobuf::Message> ReadMessage(const MessageText& input,
-                                                       const google::protobuf::Descriptor& type);
+                                                       const google::protobuf::Descriptor& type,
+                                                       std::optional<Problem>* missing = nullptr);
 // All messages of the text. JSON may contain several, in an array or one after the other.
 std::vector<std::unique_ptr<google::protobuf::Message>> ReadMessages(
     const MessageText& input, const google::protobuf::Descriptor& type);

@@ -129,9 +129,8 @@ std::optional<Mistake> RecognisePrefix(std::string_view content, const std::stri
     const auto length = FirstLength(content, prefix);
     const std::size_t size = prefix.flags + 4;
     if (!length || !IsFlawless(content.substr(size, *length))) continue;
-    const std::string cut = *length + size == content.size()
-                                ? std::string()
-                                : fmt::format(" | head -c {}", *length);
+    const std::string cut =
+        *length + size == content.size() ? std::string() : fmt::format(" | head -c {}", *length);
     return Mistake{fmt::format("a message after {}", prefix.name),
                    fmt::format("the message, from tail -c +{}{}{}", size + 1, file, cut)};
   }
@@ -152,7 +151,10 @@ std::optional<Mistake> RecogniseMistake(std::string_view content, const std::str
     const bool mark = StartsWith(content, zeros == 0 ? "\xfe\xff" : "\xff\xfe");
     if (!IsUtf16(content.substr(mark ? 2 : 0), zeros)) continue;
     return Mistake{"UTF-16 text", fmt::format("UTF-8, from iconv -f UTF-16{} -t UTF-8{}",
-                                              mark ? "" : zeros == 0 ? "BE" : "LE", name)};
+                                              mark         ? ""
+                                              : zeros == 0 ? "BE"
+                                                           : "LE",
+                                              name)};
   }
   if (IsFrame(content) || StartsWith(content, "Frame (")) {
     return Mistake{"whole frames, as tshark -x prints them",

@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <utility>
+
+#include "tools/input/waiting.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -14,11 +17,35 @@ namespace {
 constexpr std::size_t kBufferSize = std::size_t{1} << 20;
 // As many as a 32-bit length takes.
 constexpr std::size_t kLongestPrefix = 5;
+constexpr std::chrono::milliseconds kPause(100);
 
 }  // namespace
 
-RecordStream::RecordStream(int descriptor, std::size_t longest)
-    : descriptor_(descriptor), longest_(longest), buffer_(kBufferSize) {}
+RecordStream::RecordStream(int descriptor, Options options)
+    : descriptor_(descriptor), options_(std::move(options)), buffer_(kBufferSize) {}
+
+void RecordStream::Fill() {
+  if (options_.before_wait && !HasInput(descriptor_, std::chrono::milliseconds(0)))
+    options_.before_wait();
+  if (options_.follow) {
+    // A signal that arrives before a read would not end it.
+    while (!Interrupted() && !HasInput(descriptor_, kPause)) continue;
+    interrupted_ = at_end_ = Interrupted();
+    if (interrupted_) return;
+  }
+  const ssize_t got = read(descriptor_, buffer_.data() + end_, buffer_.size() - end_);
+  if (got > 0) {
+    end_ += static_cast<std::size_t>(got);
+  } else if (got < 0) {
+    read_error_ = errno == EINTR ? 0 : errno;
+    at_end_ = read_error_ != 0;
+  } else if (options_.follow && CanGrow(descriptor_)) {
+    if (options_.before_wait) options_.before_wait();
+    Pause(kPause);
+  } else {
+    at_end_ = true;
+  }
+}
 
 bool RecordStream::Want(std::size_t count) {
   if (end_ - begin_ >= count) return true;
@@ -29,16 +56,13 @@ bool RecordStream::Want(std::size_t count) {
   while (end_ < count && !at_end_) {
     // Doubled rather than sized as claimed: a claim costs memory only when the bytes are there.
     if (end_ == buffer_.size()) buffer_.resize(std::min(buffer_.size() * 2, count));
-    const ssize_t got = read(descriptor_, buffer_.data() + end_, buffer_.size() - end_);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) read_error_ = errno;
-    at_end_ = got <= 0;
-    if (got > 0) end_ += static_cast<std::size_t>(got);
+    Fill();
   }
   return end_ >= count;
 }
 
 RecordStream::Status RecordStream::Damaged(Status status, std::string found, std::string expected) {
+  if (interrupted_) return Status::kEnd;
   problem_ = {};
   problem_.offset = offset_;
   problem_.found = std::move(found);
@@ -62,21 +86,20 @@ RecordStream::Status RecordStream::Skip(std::uint64_t length) {
     left -= step;
   }
   return Damaged(Status::kSkipped, fmt::format("{} bytes", length),
-                 fmt::format("at most {} bytes", longest_));
+                 fmt::format("at most {} bytes", options_.longest));
 }
 
 RecordStream::Status RecordStream::Next(std::string_view* record) {
   offset_ = consumed();
-  if (!Want(kLongestPrefix) && begin_ == end_) {
-    return read_error_ != 0 ? Damaged(Status::kBroken, "", "") : Status::kEnd;
-  }
   std::uint64_t length = 0;
   std::size_t size = 0;
   for (bool more = true; more; ++size) {
     if (size == kLongestPrefix) {
       return Damaged(Status::kBroken, "a varint of more than five bytes", "the length of a record");
     }
-    if (begin_ + size == end_) {
+    // Byte by byte, because there may be nothing after a short record yet.
+    if (!Want(size + 1)) {
+      if (size == 0 && read_error_ == 0) return Status::kEnd;
       return Damaged(Status::kBroken, "the end of the stream", "the length of a record");
     }
     const auto byte = static_cast<std::uint8_t>(buffer_[begin_ + size]);
@@ -85,7 +108,7 @@ RecordStream::Status RecordStream::Next(std::string_view* record) {
   }
   begin_ += size;
   content_offset_ = consumed();
-  if (length > longest_) return Skip(length);
+  if (length > options_.longest) return Skip(length);
   if (!Want(static_cast<std::size_t>(length))) {
     return Damaged(Status::kBroken, fmt::format("{} bytes", end_ - begin_),
                    fmt::format("{} bytes of a record", length));

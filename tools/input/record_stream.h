@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,11 +19,17 @@ class RecordStream {
     kRecord,   // *record holds it until the next call
     kSkipped,  // longer than the limit; problem() says so, and the next record follows
     kBroken,   // no record can be found from here on; problem() says why
-    kEnd,
+    kEnd,      // also after an interruption in the middle of a record
   };
 
-  // Does not own the descriptor. No record longer than the limit is ever held.
-  RecordStream(int descriptor, std::size_t longest);
+  struct Options {
+    std::size_t longest;                // No longer record is ever held.
+    bool follow = false;                // Wait at the end for more, until Interrupted().
+    std::function<void()> before_wait;  // Called before the stream waits. May be empty.
+  };
+
+  // Does not own the descriptor.
+  RecordStream(int descriptor, Options options);
 
   Status Next(std::string_view* record);
 
@@ -32,15 +39,18 @@ class RecordStream {
   // How many bytes have been read as records.
   std::uint64_t consumed() const { return buffer_offset_ + begin_; }
   const Problem& problem() const { return problem_; }
+  bool cannot_read() const { return read_error_ != 0; }
 
  private:
   // Makes at least so many bytes available after begin_, unless the stream ends before.
   bool Want(std::size_t count);
+  // Reads what is there into the buffer; waits if there is nothing. Sets at_end_ at the end.
+  void Fill();
   Status Damaged(Status status, std::string found, std::string expected);
   Status Skip(std::uint64_t length);
 
   int descriptor_;
-  std::size_t longest_;
+  Options options_;
   std::vector<char> buffer_;
   // The bytes that are not part of a record yet are [begin_, end_) of the buffer. The first byte of
   // the buffer is at buffer_offset_ of the stream.
@@ -48,6 +58,7 @@ class RecordStream {
   std::size_t end_ = 0;
   std::uint64_t buffer_offset_ = 0;
   bool at_end_ = false;
+  bool interrupted_ = false;
   int read_error_ = 0;
   std::uint64_t offset_ = 0;
   std::uint64_t content_offset_ = 0;

@@ -21,11 +21,11 @@ using google::protobuf::Reflection;
 
 // How well a type fits.
 struct Fit {
-  bool broken = false;  // the bytes do not parse to their end
-  int unknown = 0;      // fields that the type does not have
-  int implausible = 0;  // identifiers of another size, text that is no text
-  int missing = 0;      // required fields
-  int known = 0;        // fields that the type has
+  bool broken = false;   // the bytes do not parse to their end
+  int unknown = 0;       // fields that the type does not have
+  int implausible = 0;   // identifiers of another size, text that is no text
+  int missing = 0;       // required fields
+  int known = 0;         // fields that the type has
   bool partial = false;  // a list has more elements than were looked at
 
   bool flawless() const { return !broken && unknown + implausible + missing == 0; }
@@ -130,20 +130,18 @@ InferredType InferTypeFromWire(std::string_view bytes) {
     return ambiguous;
   }
   if (best_fit.broken) {
-    return {best.front(), fmt::format("the bytes before the damage fit it best ({})",
-                                      LookedAt(best_fit)),
-            false,
+    return {best.front(),
+            fmt::format("the bytes before the damage fit it best ({})", LookedAt(best_fit)), false,
             0};
   }
   if (best_fit.unknown + best_fit.implausible > 0 || best_fit.missing > 0) {
     return {best.front(),
             fmt::format("it fits best: {} fields unknown, {} required ones missing ({})",
                         best_fit.unknown, best_fit.missing, LookedAt(best_fit)),
-            false,
-            0};
+            false, 0};
   }
-  return {best.front(), fmt::format("only this type has all fields ({})", LookedAt(best_fit)),
-          true, best_fit.known};
+  return {best.front(), fmt::format("only this type has all fields ({})", LookedAt(best_fit)), true,
+          best_fit.known};
 }
 
 }  // namespace zorl2_inspect

@@ -107,8 +107,8 @@ void CompareAround(const Contents& before, const Contents& after, DiffResult* re
   const Descriptor& type = *before.around->GetDescriptor();
   auto fields = CompareFields(*before.around, *after.around, ListOf(type));
   if (fields.empty()) return;
-  result->changes.push_back(
-      {FieldChange::Kind::kChanged, type.name(), before.around, after.around, std::move(fields)});
+  result->changes.push_back({FieldChange::Kind::kChanged, type.name(), before.around, after.around,
+                             std::move(fields), false});
 }
 
 }  // namespace

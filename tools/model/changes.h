@@ -29,6 +29,8 @@ struct ElementChange {
   const google::protobuf::Message* before = nullptr;
   const google::protobuf::Message* after = nullptr;
   std::vector<FieldChange> fields;
+  // False for the message around the elements, such as the client of a list.
+  bool is_element = true;
 };
 
 struct DiffResult {

@@ -61,6 +61,7 @@ Columns::Columns(const Descriptor& record, std::string_view list) : list_(ListOf
     const std::size_t end = std::min(list.find(',', begin), list.size());
     const std::string name(Trimmed(list.substr(begin, end - begin)));
     fields_.emplace_back(record, name, "--columns");
+    shown_.emplace_back(fields_.back().path());
     if (list_ != nullptr && !fields_.back().of_element()) {
       throw Error(
           "--columns", name,
@@ -86,30 +87,21 @@ std::vector<std::string> Columns::Titles() const {
   return titles;
 }
 
-std::vector<RowValue> Columns::Row(const Message& element) const {
-  std::vector<RowValue> row;
-  if (element.GetDescriptor() != pb::IntfEntry::descriptor()) {
-    for (const FieldName& field : fields_) row.push_back(Values(element, field));
-    return row;
-  }
-  const EntryRow usual = MakeEntryRow(static_cast<const pb::IntfEntry&>(element));
+EntryRow Columns::Row(const Message& element) const {
+  std::vector<RowValue> values;
+  values.reserve(fields_.size());
+  const bool is_entry = element.GetDescriptor() == pb::IntfEntry::descriptor();
   for (const FieldName& field : fields_) {
-    const EntryColumn* column = UsualColumn(field);
-    if (column != nullptr) {
-      row.push_back(usual.values[static_cast<std::size_t>(column - EntryColumns().data())]);
-    } else {
-      RowValue value = Values(element, field);
-      const RowValue::Mark mark = MarkOf(usual, field.path().text());
-      if (mark != RowValue::Mark::kNone) value.mark = mark;
-      row.push_back(std::move(value));
-    }
+    const EntryColumn* column = is_entry ? UsualColumn(field) : nullptr;
+    values.push_back(column != nullptr ? column->value(static_cast<const pb::IntfEntry&>(element))
+                                       : Values(element, field));
   }
-  return row;
+  return MakeRow(element, shown_, std::move(values));
 }
 
-std::vector<std::vector<RowValue>> Columns::Rows(const Message& record) const {
+std::vector<EntryRow> Columns::Rows(const Message& record) const {
   if (list_ == nullptr) return {Row(record)};
-  std::vector<std::vector<RowValue>> rows;
+  std::vector<EntryRow> rows;
   const auto& reflection = *record.GetReflection();
   for (int i = 0; i < reflection.FieldSize(record, list_); ++i) {
     rows.push_back(Row(reflection.GetRepeatedMessage(record, list_, i)));

@@ -23,13 +23,14 @@ class Columns {
   std::vector<std::string> Titles() const;
 
   // The rows of a record: one for each of its elements, or one for a record without a list.
-  std::vector<std::vector<RowValue>> Rows(const google::protobuf::Message& record) const;
+  std::vector<EntryRow> Rows(const google::protobuf::Message& record) const;
 
  private:
-  std::vector<RowValue> Row(const google::protobuf::Message& element) const;
+  EntryRow Row(const google::protobuf::Message& element) const;
 
   const google::protobuf::FieldDescriptor* list_;
   std::vector<FieldName> fields_;
+  std::vector<ShownField> shown_;
 };
 
 }  // namespace zorl2_inspect

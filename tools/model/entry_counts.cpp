@@ -56,6 +56,30 @@ void EntryCounts::Add(const Message& message) {
     Add(static_cast<const pb::BlockStateSync&>(message));
   } else if (type == pb::LagMemberOperationProto::descriptor()) {
     Add(static_cast<const pb::LagMemberOperationProto&>(message));
+  } else {
+    ++fields_["messages"][type->name()];
+    AddFields(message);
+  }
+}
+
+void EntryCounts::AddFields(const Message& message) {
+  const auto& reflection = *message.GetReflection();
+  std::vector<const google::protobuf::FieldDescriptor*> fields;
+  reflection.ListFields(message, &fields);
+  for (const auto* field : fields) {
+    const std::string name = message.GetDescriptor()->name() + "." + field->name();
+    if (field->cpp_type() == field->CPPTYPE_MESSAGE && field->is_repeated()) {
+      for (int i = 0; i < reflection.FieldSize(message, field); ++i) {
+        Add(reflection.GetRepeatedMessage(message, field, i));
+      }
+    } else if (field->cpp_type() == field->CPPTYPE_MESSAGE) {
+      if (field->message_type() == pb::Zorid::descriptor()) continue;
+      Add(reflection.GetMessage(message, field));
+    } else if (field->cpp_type() == field->CPPTYPE_ENUM && !field->is_repeated()) {
+      ++fields_[name][reflection.GetEnum(message, field)->name()];
+    } else if (field->cpp_type() == field->CPPTYPE_BOOL) {
+      ++fields_[name][reflection.GetBool(message, field) ? "true" : "false"];
+    }
   }
 }
 
@@ -135,6 +159,8 @@ std::vector<CountSection> EntryCounts::Sections() const {
   AddSection(
       &out, "operations",
       {{"operations", operations_}, {"collecting", collecting_}, {"distributing", distributing_}});
+  for (const auto& [title, counts] : fields_)
+    out.push_back({title, {counts.begin(), counts.end()}});
   return out;
 }
 

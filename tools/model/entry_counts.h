@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -40,6 +41,8 @@ class EntryCounts {
   void Add(const zorl2::protobuf::ShutStateSync& signal);
   void Add(const zorl2::protobuf::BlockStateSync& signal);
   void Add(const zorl2::protobuf::LagMemberOperationProto& operation);
+  // A message of any other type, by its enumerations and truth values.
+  void AddFields(const google::protobuf::Message& message);
 
   std::uint64_t entries_ = 0;
   std::uint64_t shut_entries_ = 0;
@@ -64,6 +67,8 @@ class EntryCounts {
   EnumCounts<zorl2::protobuf::ProtocolType_ARRAYSIZE> client_protocols_ = {};
   EnumCounts<zorl2::protobuf::ProtocolType_ARRAYSIZE> signal_protocols_ = {};
   EnumCounts<zorl2::protobuf::IndicationType_ARRAYSIZE> indications_ = {};
+  // Of the other types: "BlockInfo.protocol" and its values. The schema bounds how many there are.
+  std::map<std::string, std::map<std::string, std::uint64_t>> fields_;
 };
 
 }  // namespace zorl2_inspect

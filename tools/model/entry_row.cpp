@@ -3,10 +3,15 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
 #include "tools/model/check_text.h"
+#include "tools/model/field_path.h"
 #include "tools/model/field_text.h"
+#include "tools/model/findings.h"
 #include "tools/model/native_fields.h"
+#include "tools/model/unknown_fields.h"
+#include "tools/text/error.h"
 #include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
@@ -18,6 +23,7 @@ using zorl2::check::LossKind;
 
 constexpr std::size_t kLongestName = 40;
 constexpr std::size_t kMostNames = 4;
+constexpr std::size_t kMostUnknown = 1000;
 
 RowValue Identifier(bool present, const pb::Zorid& id) {
   std::string text = DottedText(id);
@@ -89,12 +95,50 @@ bool IsIn(std::string_view path, std::string_view column) {
   return path.size() == column.size() || path[column.size()] == '.' || path[column.size()] == '[';
 }
 
+// Whether a column shows the field, and in which way the conversion fails to keep it.
+Mark MarkOf(const EntryRow& row, const ShownField& field, std::vector<bool>& seen) {
+  if (!Converts(row.verdict)) {
+    return IsIn(WithoutIndices(row.verdict.field), field.path) ? Mark::kRejected : Mark::kNone;
+  }
+  Mark mark = Mark::kNone;
+  for (std::size_t i = 0; i < row.losses.size(); ++i) {
+    const zorl2::check::Loss& loss = row.losses[i];
+    if (loss.kind == LossKind::kDefaulted) break;
+    if (!IsIn(WithoutIndices(loss.field), field.path) && loss.field != field.unlisted) continue;
+    mark = Mark::kLost;
+    seen[i] = true;
+  }
+  return mark;
+}
+
+// The unlisted value of a required field, which the parser keeps among the unknown fields.
+std::string UnlistedValue(const google::protobuf::Message& message, const std::string& path) {
+  for (const UnknownValue& value : UnknownValues(message, kMostUnknown)) {
+    if (value.path == path) return value.value;
+  }
+  return "-";
+}
+
+std::string ProblemOf(const EntryRow& row, const std::vector<bool>& seen) {
+  if (!Converts(row.verdict)) return ProblemText(RejectionOf(row.verdict));
+  std::string text;
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < row.losses.size(); ++i) {
+    if (row.losses[i].kind == LossKind::kDefaulted) break;
+    if (seen[i] || count++ >= kMostNames) continue;
+    text += (text.empty() ? "not kept: " : ", ") + row.losses[i].field;
+  }
+  if (count > kMostNames) text += fmt::format(", ... ({})", count);
+  return text;
+}
+
 }  // namespace
 
 const std::vector<EntryColumn>& EntryColumns() {
   using Entry = pb::IntfEntry;
   static const std::vector<EntryColumn> columns = {
-      {"ID", false, "zorid", [](const Entry& e) { return RowValue{DottedText(e.zorid())}; }},
+      {"ID", false, "zorid",
+       [](const Entry& e) { return RowValue{e.has_zorid() ? DottedText(e.zorid()) : "-"}; }},
       {"PARENT", false, "parent",
        [](const Entry& e) { return Identifier(e.has_parent(), e.parent()); }},
       {"NAME", false, "generalInfo.intf_name",
@@ -132,24 +176,41 @@ const std::vector<EntryColumn>& EntryColumns() {
   return columns;
 }
 
-RowValue::Mark MarkOf(const EntryRow& row, std::string_view path) {
-  if (!Converts(row.verdict) && IsIn(row.verdict.field, path)) return Mark::kRejected;
-  for (const zorl2::check::Loss& loss : row.losses) {
-    if (loss.kind != LossKind::kDefaulted && IsIn(loss.field, path)) return Mark::kLost;
+ShownField::ShownField(const FieldPath& shown) : path(WithoutIndices(shown.text())) {
+  const std::size_t dot = path.rfind('.');
+  unlisted = path.substr(0, dot == path.npos ? 0 : dot + 1);
+  unlisted += fmt::format("#{}", shown.field().number());
+}
+
+EntryRow MakeRow(const google::protobuf::Message& message, const std::vector<ShownField>& fields,
+                 std::vector<RowValue> values) {
+  EntryRow row{zorl2::check::Check(message), FindLossesBriefly(message), std::move(values), {}};
+  std::vector<bool> seen(row.losses.size());
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    RowValue& value = row.values[i];
+    const Mark mark = MarkOf(row, fields[i], seen);
+    if (mark != Mark::kNone) value.mark = mark;
+    if (mark == Mark::kRejected && value.text == "-") {
+      value.text = UnlistedValue(message, fields[i].unlisted);
+    }
   }
-  return Mark::kNone;
+  row.problem = ProblemOf(row, seen);
+  return row;
 }
 
 EntryRow MakeEntryRow(const pb::IntfEntry& entry) {
-  EntryRow row{zorl2::check::Check(entry), zorl2::check::FindLosses(entry), {}};
-  row.values.reserve(EntryColumns().size());
-  for (const EntryColumn& column : EntryColumns()) {
-    RowValue value = column.value(entry);
-    const Mark mark = MarkOf(row, column.path);
-    if (mark != Mark::kNone) value.mark = mark;
-    row.values.push_back(std::move(value));
-  }
-  return row;
+  static const std::vector<ShownField> fields = [] {
+    std::vector<ShownField> shown;
+    shown.reserve(EntryColumns().size());
+    for (const EntryColumn& column : EntryColumns()) {
+      shown.emplace_back(FieldPath(*pb::IntfEntry::descriptor(), column.path));
+    }
+    return shown;
+  }();
+  std::vector<RowValue> values;
+  values.reserve(EntryColumns().size());
+  for (const EntryColumn& column : EntryColumns()) values.push_back(column.value(entry));
+  return MakeRow(entry, fields, std::move(values));
 }
 
 }  // namespace zorl2_inspect

@@ -1,12 +1,14 @@
 // An interface as a row of a table.
 #pragma once
 
+#include <google/protobuf/message.h>
+
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "check/check.h"
 #include "interface_entry.pb.h"
+#include "tools/model/field_path.h"
 
 namespace zorl2_inspect {
 
@@ -38,12 +40,24 @@ struct EntryRow {
   zorl2::check::Verdict verdict;
   std::vector<zorl2::check::Loss> losses;
   std::vector<RowValue> values;  // One for each column.
+  // The field and the reason of a rejection; otherwise the fields that are not kept and that no
+  // column shows, such as "not kept: #77". Empty if there are none.
+  std::string problem;
 };
 
 // The values are those of the message, whether or not it converts.
 EntryRow MakeEntryRow(const zorl2::protobuf::IntfEntry& entry);
 
-// What becomes of the field with this path, or of a part of it: kNone, kLost or kRejected.
-RowValue::Mark MarkOf(const EntryRow& row, std::string_view path);
+// A field that a column shows.
+struct ShownField {
+  explicit ShownField(const FieldPath& shown);
+
+  std::string path;      // Without indices.
+  std::string unlisted;  // Where the runtime keeps its unlisted values: "statusInfo.#1".
+};
+
+// A row with a value of the message for each of the fields. Marks the values and adds the problem.
+EntryRow MakeRow(const google::protobuf::Message& message, const std::vector<ShownField>& fields,
+                 std::vector<RowValue> values);
 
 }  // namespace zorl2_inspect

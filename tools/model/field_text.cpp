@@ -63,6 +63,17 @@ std::string Join(std::string_view path, std::string_view name) {
 
 std::string At(std::string_view path, int index) { return fmt::format("{}[{}]", path, index); }
 
+std::string WithoutIndices(std::string_view path) {
+  std::string text;
+  bool in_index = false;
+  for (const char c : path) {
+    if (c == '[') in_index = true;
+    if (!in_index) text += c;
+    if (c == ']') in_index = false;
+  }
+  return text;
+}
+
 std::string OneLineText(const Message& message, std::size_t limit) {
   google::protobuf::TextFormat::Printer printer;
   printer.SetSingleLineMode(true);

@@ -20,6 +20,8 @@ std::string DottedText(const zorl2::protobuf::Zorid& id);
 std::string Join(std::string_view path, std::string_view name);
 // "path[index]".
 std::string At(std::string_view path, int index);
+// "intfEntry.zorid" for "intfEntry[2].zorid".
+std::string WithoutIndices(std::string_view path);
 
 inline constexpr std::size_t kShortText = 60;
 

@@ -24,6 +24,15 @@ bool IsDotted(const Message& message) {
          static_cast<const Zorid&>(message).value_size() == 4;
 }
 
+// Writes texts so that a terminal can show them and the tool can read them again.
+class SafeTexts : public google::protobuf::TextFormat::FastFieldValuePrinter {
+ public:
+  void PrintString(const std::string& text,
+                   google::protobuf::TextFormat::BaseTextGenerator* out) const override {
+    out->PrintString(Quoted(text));
+  }
+};
+
 }  // namespace
 
 void WriteJsonValue(const Message& message, const FieldDescriptor& field, int index,
@@ -101,7 +110,8 @@ void WriteJson(const Message& message, JsonWriter& writer) {
 
 std::string ToText(const Message& message) {
   google::protobuf::TextFormat::Printer printer;
-  printer.SetUseUtf8StringEscaping(true);
+  // The printer owns it.
+  printer.SetDefaultFieldValuePrinter(new SafeTexts);
   std::string text;
   printer.PrintToString(message, &text);
   return text;

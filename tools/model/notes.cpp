@@ -79,8 +79,8 @@ void NotePadding(const WireField& field, std::vector<Note>& notes) {
 }  // namespace
 
 const char* NoteName(Note::Kind kind) {
-  static const char* const kNames[] = {"replaced",  "narrowed", "dropped",
-                                       "defaulted", "rejected", "merged", "non-minimal", "malformed"};
+  static const char* const kNames[] = {"replaced", "narrowed", "dropped",     "defaulted",
+                                       "rejected", "merged",   "non-minimal", "malformed"};
   return kNames[static_cast<int>(kind)];
 }
 

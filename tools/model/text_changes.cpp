@@ -38,8 +38,8 @@ class Common {
     lengths_.resize((before_end - begin + 1) * columns_);
     for (std::size_t i = before_end; i-- > begin;) {
       for (std::size_t j = after_end; j-- > begin;) {
-        At(i, j) = before[i] == after[j] ? At(i + 1, j + 1) + 1
-                                         : std::max(At(i + 1, j), At(i, j + 1));
+        At(i, j) =
+            before[i] == after[j] ? At(i + 1, j + 1) + 1 : std::max(At(i + 1, j), At(i, j + 1));
       }
     }
   }
@@ -86,7 +86,8 @@ std::vector<LineChange> CompareLines(std::string_view before, std::string_view a
     if (pairs && i < old_end && j < new_end && old_lines[i] == new_lines[j]) {
       ++i;
       ++j;
-    } else if (i < old_end && (!pairs || j == new_end || common.At(i + 1, j) >= common.At(i, j + 1))) {
+    } else if (i < old_end &&
+               (!pairs || j == new_end || common.At(i + 1, j) >= common.At(i, j + 1))) {
       changes.push_back({false, i + 1, old_lines[i]});
       ++i;
     } else {

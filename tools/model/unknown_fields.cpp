@@ -65,11 +65,11 @@ std::string UnknownText(const UnknownField& field, std::size_t limit) {
   }
 }
 
-std::vector<UnknownValue> UnknownValues(const Message& message) {
+std::vector<UnknownValue> UnknownValues(const Message& message, std::size_t most) {
   std::vector<UnknownValue> values;
   ForEachMessage(message, "", [&](const std::string& path, const Message& part) {
     const UnknownFieldSet& unknown = part.GetReflection()->GetUnknownFields(part);
-    for (int i = 0; i < unknown.field_count(); ++i) {
+    for (int i = 0; i < unknown.field_count() && values.size() < most; ++i) {
       const UnknownField& field = unknown.field(i);
       const FieldDescriptor* known = part.GetDescriptor()->FindFieldByNumber(field.number());
       values.push_back({Join(path, fmt::format("#{}", field.number())), WireName(field),
@@ -80,10 +80,21 @@ std::vector<UnknownValue> UnknownValues(const Message& message) {
 }
 
 std::size_t CountUnknown(const Message& message) {
-  std::size_t count = 0;
-  ForEachMessage(message, "", [&](const std::string&, const Message& part) {
-    count += static_cast<std::size_t>(part.GetReflection()->GetUnknownFields(part).field_count());
-  });
+  const Reflection& reflection = *message.GetReflection();
+  auto count = static_cast<std::size_t>(reflection.GetUnknownFields(message).field_count());
+  // Asked for each record of a stream, so without the list of present fields and their paths.
+  for (int i = 0; i < message.GetDescriptor()->field_count(); ++i) {
+    const FieldDescriptor* field = message.GetDescriptor()->field(i);
+    if (field->cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) continue;
+    if (!field->is_repeated()) {
+      if (!reflection.HasField(message, field)) continue;
+      count += CountUnknown(reflection.GetMessage(message, field));
+      continue;
+    }
+    for (int element = 0; element < reflection.FieldSize(message, field); ++element) {
+      count += CountUnknown(reflection.GetRepeatedMessage(message, field, element));
+    }
+  }
   return count;
 }
 

@@ -19,8 +19,8 @@ struct UnknownValue {
   std::string known_as;  // The name of the schema's field with this number, if there is one.
 };
 
-// Of the message and all messages in it.
-std::vector<UnknownValue> UnknownValues(const google::protobuf::Message& message);
+// The first `most` of the message and all messages in it.
+std::vector<UnknownValue> UnknownValues(const google::protobuf::Message& message, std::size_t most);
 
 // How many there are.
 std::size_t CountUnknown(const google::protobuf::Message& message);

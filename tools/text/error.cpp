@@ -5,20 +5,13 @@
 #include <cstdio>
 #include <utility>
 
+#include "tools/text/quoting.h"
+
 namespace zorl2_inspect {
 namespace {
 
 void PrintLine(std::string_view line) {
-  std::string safe = "zorl2-inspect: ";
-  for (const char character : line) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20 || byte == 0x7f) {
-      safe += fmt::format("\\x{:02x}", byte);
-    } else {
-      safe += character;
-    }
-  }
-  safe += '\n';
+  const std::string safe = fmt::format("zorl2-inspect: {}\n", Printable(line));
   std::fflush(stdout);
   std::fwrite(safe.data(), 1, safe.size(), stderr);
 }

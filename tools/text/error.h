@@ -36,8 +36,8 @@ class Error : public std::runtime_error {
   Error(std::string_view subject, std::string found, std::string expected = {});
 };
 
-// Prints the line to standard error after the name of the program. Escapes control characters, so
-// that it remains one line.
+// Prints the line to standard error after the name of the program. Escapes what a
+// terminal interprets, so that it remains one line.
 void PrintError(std::string_view line);
 
 // The same for information that is not an error.

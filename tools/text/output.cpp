@@ -32,6 +32,12 @@ void Output::Fail(int error) const {
               fmt::format("cannot write: {}", std::strerror(error)));
 }
 
+void Output::RejectTerminal(bool forced) const {
+  if (forced || stream_ == nullptr || isatty(fileno(stream_)) != 1) return;
+  throw Error(file_ == "-" ? "standard output" : file_, "a terminal",
+              "a file or a pipe for wire bytes, or --force");
+}
+
 void Output::Flush() {
   if (text_ != nullptr) {
     *text_ += buffer_;

@@ -39,6 +39,9 @@ class Output {
     if (buffer_.size() >= kFull) Flush();
   }
 
+  // Throws if the output is a terminal, which wire bytes would disturb, unless forced.
+  void RejectTerminal(bool forced) const;
+
   // Passes everything to the system.
   void Flush();
   void Finish();

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "tools/text/unsafe_characters.h"
+
 namespace zorl2_inspect {
 namespace {
 
@@ -17,12 +19,8 @@ std::size_t SequenceLength(char lead) {
   return byte < 0xf0 ? 3 : 4;
 }
 
-bool IsPrintableSequence(std::string_view text) {
-  if (!IsUtf8(text)) return false;
-  // The second set of control characters, U+0080 to U+009F, and the marks that change the
-  // direction of the text around them.
-  if (text[0] == '\xc2') return static_cast<unsigned char>(text[1]) >= 0xa0;
-  return text.substr(0, 2) != "\xe2\x80" && text.substr(0, 2) != "\xe2\x81";
+void AppendEscaped(char c, std::string& out) {
+  fmt::format_to(std::back_inserter(out), "\\x{:02x}", static_cast<unsigned char>(c));
 }
 
 }  // namespace
@@ -32,8 +30,7 @@ std::string Quoted(std::string_view text, std::size_t limit) {
   std::size_t i = 0;
   while (i < text.size() && i < limit) {
     const char c = text[i];
-    const auto byte = static_cast<unsigned char>(c);
-    const std::size_t length = std::min(SequenceLength(c), text.size() - i);
+    const std::size_t length = SafeCharacter(text.substr(i));
     if (c == '"' || c == '\\') {
       out += '\\';
       out += c;
@@ -41,18 +38,30 @@ std::string Quoted(std::string_view text, std::size_t limit) {
       out += "\\n";
     } else if (c == '\t') {
       out += "\\t";
-    } else if (byte >= 0x20 && byte < 0x7f) {
-      out += c;
-    } else if (byte >= 0x80 && length > 1 && IsPrintableSequence(text.substr(i, length))) {
+    } else if (length > 0) {
       out += text.substr(i, length);
       i += length - 1;
     } else {
-      fmt::format_to(std::back_inserter(out), "\\x{:02x}", byte);
+      AppendEscaped(c, out);
     }
     ++i;
   }
   out += '"';
   if (i < text.size()) fmt::format_to(std::back_inserter(out), "... ({} bytes)", text.size());
+  return out;
+}
+
+std::string Printable(std::string_view text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size();) {
+    const std::size_t length = SafeCharacter(text.substr(i));
+    if (length == 0) {
+      AppendEscaped(text[i++], out);
+      continue;
+    }
+    out += text.substr(i, length);
+    i += length;
+  }
   return out;
 }
 

@@ -7,22 +7,23 @@ namespace {
 
 constexpr std::size_t kGap = 2;
 
-struct Column {
-  std::size_t index;
-  std::string name;
-  bool right;
-  std::size_t width;
-};
+// In a long table the heading is repeated after so many rows.
+constexpr std::size_t kRowsBelowHeading = 1000;
 
-void Put(std::string& line, const Column& column, bool last, const std::string& text,
+void Put(std::string& line, bool right, std::size_t column_width, const std::string& text,
          const std::string& shown) {
   const std::size_t width = Width(text);
-  const std::string padding(column.width > width ? column.width - width : 0, ' ');
-  if (column.right) line += padding;
+  const std::string padding(column_width > width ? column_width - width : 0, ' ');
+  if (right) line += padding;
   line += shown;
-  if (last) return;
-  if (!column.right) line += padding;
+  if (!right) line += padding;
   line.append(kGap, ' ');
+}
+
+void PrintLine(std::string& line, Output& out) {
+  while (!line.empty() && line.back() == ' ') line.pop_back();
+  line += '\n';
+  out.Write(line);
 }
 
 }  // namespace
@@ -44,33 +45,61 @@ std::string Cut(const std::string& text, std::size_t width) {
   return cut + "...";
 }
 
-void Table::Print(Output& out, const Palette& palette) const {
-  std::vector<Column> columns;
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const bool right = columns_[i].substr(0, 1) == ">";
-    const std::string name = columns_[i].substr(right ? 1 : 0);
-    Column column{i, name, right, Width(name)};
-    bool used = empty_ == Empty::kPrinted;
-    for (const auto& row : rows_) {
-      used = used || (row[i].text != "-" && !row[i].text.empty());
-      column.width = std::max(column.width, Width(row[i].text));
+void Table::Widen(Widths& widths) const {
+  widths.resize(columns_.size());
+  for (std::size_t i = 0; i < std::min(always_, columns_.size()); ++i) {
+    widths[i] = std::max(widths[i], columns_[i].size() - (IsNumber(i) ? 1 : 0));
+  }
+  for (const auto& row : rows_) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      const std::string& text = row[i].text;
+      if (widths[i] == 0 && (text == "-" || text.empty())) continue;
+      const std::size_t name = columns_[i].size() - (IsNumber(i) ? 1 : 0);
+      widths[i] = std::max({widths[i], name, Width(text)});
     }
-    if (used) columns.push_back(column);
   }
+}
+
+void Table::PrintHeading(const Widths& widths, Output& out, const Palette& palette) const {
   std::string line;
-  for (const Column& column : columns) {
-    Put(line, column, &column == &columns.back(), column.name, palette(Colour::kBold, column.name));
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    if (widths[i] == 0) continue;
+    const std::string name = columns_[i].substr(IsNumber(i) ? 1 : 0);
+    Put(line, IsNumber(i), widths[i], name, palette(Colour::kBold, name));
   }
-  out.Print("{}\n", line);
+  PrintLine(line, out);
+}
+
+void Table::PrintRows(const Widths& widths, Output& out, const Palette& palette) const {
+  std::string line;
   for (const auto& row : rows_) {
     line.clear();
-    for (const Column& column : columns) {
-      const Cell& cell = row[column.index];
-      Put(line, column, &column == &columns.back(), cell.text, palette(cell.colour, cell.text));
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      if (widths[i] == 0) continue;
+      Put(line, IsNumber(i), widths[i], row[i].text, palette(row[i].colour, row[i].text));
     }
-    while (!line.empty() && line.back() == ' ') line.pop_back();
-    out.Print("{}\n", line);
+    PrintLine(line, out);
   }
+}
+
+void Table::Print(Output& out, const Palette& palette) const {
+  Widths widths;
+  Widen(widths);
+  PrintHeading(widths, out, palette);
+  PrintRows(widths, out, palette);
+}
+
+void Table::PrintNext(Output& out, const Palette& palette) {
+  if (rows_.empty()) return;
+  const Widths before = widths_;
+  Widen(widths_);
+  if (widths_ != before || rows_below_heading_ >= kRowsBelowHeading) {
+    PrintHeading(widths_, out, palette);
+    rows_below_heading_ = 0;
+  }
+  PrintRows(widths_, out, palette);
+  rows_below_heading_ += rows_.size();
+  rows_.clear();
 }
 
 }  // namespace zorl2_inspect

@@ -30,10 +30,9 @@ std::string Cut(const std::string& text, std::size_t width);
 class Table {
  public:
   // A name that begins with '>' is a column of numbers, aligned to the right.
-  // Empty columns are those in which every cell is "-" or empty.
-  enum class Empty { kLeftOut, kPrinted };
-  explicit Table(std::vector<std::string> columns, Empty empty = Empty::kLeftOut)
-      : columns_(std::move(columns)), empty_(empty) {}
+  // Columns in which every cell is "-" or empty are left out, except the first `always` ones.
+  explicit Table(std::vector<std::string> columns, std::size_t always = 0)
+      : columns_(std::move(columns)), always_(always) {}
 
   void Add(std::vector<Cell> row) { rows_.push_back(std::move(row)); }
   bool empty() const { return rows_.empty(); }
@@ -43,10 +42,26 @@ class Table {
   // Prints the heading and the rows.
   void Print(Output& out, const Palette& palette) const;
 
+  // Prints the rows as a part of a longer table, and removes them. Prints the heading at the
+  // beginning, after many rows, and when a column appears or becomes wider.
+  void PrintNext(Output& out, const Palette& palette);
+
  private:
+  // How the rows are laid out. A width of 0 leaves the column out.
+  using Widths = std::vector<std::size_t>;
+
+  bool IsNumber(std::size_t column) const { return columns_[column].substr(0, 1) == ">"; }
+  // Makes columns as wide as the rows need them.
+  void Widen(Widths& widths) const;
+  void PrintHeading(const Widths& widths, Output& out, const Palette& palette) const;
+  void PrintRows(const Widths& widths, Output& out, const Palette& palette) const;
+
   std::vector<std::string> columns_;
-  Empty empty_;
+  std::size_t always_;
   std::vector<std::vector<Cell>> rows_;
+  // Of the parts that have been printed.
+  Widths widths_;
+  std::size_t rows_below_heading_ = 0;
 };
 
 }  // namespace zorl2_inspect

@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "interface_entry.pb.h"
+#include "tools/model/check_text.h"
 #include "tools/model/field_text.h"
 #include "tools/model/message_forms.h"
 #include "tools/model/text_changes.h"
+#include "tools/text/error.h"
 #include "tools/text/json_writer.h"
 #include "tools/text/quoting.h"
 
@@ -89,18 +91,17 @@ std::string FieldLine(const FieldChange& field) {
 
 void PrintLine(const LineChange& change, const std::string& text, const Palette& paint,
                Output& out) {
-  out.Print("        {}\n", paint(change.added ? Colour::kGreen : Colour::kRed,
-                                  fmt::format("{} line {}: {}", change.added ? '+' : '-',
-                                              change.line, text)));
+  out.Print("        {}\n",
+            paint(change.added ? Colour::kGreen : Colour::kRed,
+                  fmt::format("{} line {}: {}", change.added ? '+' : '-', change.line, text)));
 }
 
 // The lines of a long text that differ; of long lines, the part that differs.
 void PrintText(const FieldChange& field, const Palette& paint, Output& out) {
   const std::string before = field.old_value.Text();
   const std::string after = field.new_value.Text();
-  out.Print("    {}\n", paint(ColourOf(field.kind),
-                              fmt::format("~ {}: {} -> {} bytes", field.path, before.size(),
-                                          after.size())));
+  out.Print("    {}\n", paint(ColourOf(field.kind), fmt::format("~ {}: {} -> {} bytes", field.path,
+                                                                before.size(), after.size())));
   const std::vector<LineChange> changes = CompareLines(before, after);
   for (std::size_t i = 0; i < changes.size(); ++i) {
     const LineChange& change = changes[i];
@@ -128,7 +129,8 @@ std::string Elements(std::size_t count) {
 
 std::size_t CountOf(const DiffResult& result, Kind kind) {
   std::size_t count = 0;
-  for (const ElementChange& change : result.changes) count += change.kind == kind ? 1 : 0;
+  for (const ElementChange& change : result.changes)
+    count += change.is_element && change.kind == kind ? 1 : 0;
   return count;
 }
 
@@ -172,10 +174,10 @@ void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResul
     return;
   }
   out.Print("{}\n{}\n\n",
-            paint(Colour::kRed,
-                  fmt::format("--- {} ({})", before.name, Elements(result.elements_before))),
-            paint(Colour::kGreen,
-                  fmt::format("+++ {} ({})", after.name, Elements(result.elements_after))));
+            paint(Colour::kRed, fmt::format("--- {} ({})", Printable(before.name),
+                                            Elements(result.elements_before))),
+            paint(Colour::kGreen, fmt::format("+++ {} ({})", Printable(after.name),
+                                              Elements(result.elements_after))));
   for (const ElementChange& change : result.changes) {
     static const char* const kMarks[] = {"+", "-", "~"};
     const Message& shown = change.after != nullptr ? *change.after : *change.before;
@@ -183,6 +185,10 @@ void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResul
                                          change.key, NameOf(shown), KindName(change.kind));
     out.Print("{}", paint(ColourOf(change.kind), head));
     if (change.kind != Kind::kChanged) out.Print(" ({})", Summary(shown));
+    const zorl2::check::Verdict verdict = zorl2::check::Check(shown);
+    if (!Converts(verdict)) {
+      out.Print("{}", paint(Colour::kMagenta, "  !! " + ProblemText(RejectionOf(verdict))));
+    }
     out.Print("\n");
     for (const FieldChange& field : change.fields) {
       if (IsLong(field)) {

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "tools/model/check_text.h"
+
 namespace zorl2_inspect {
 namespace {
 
@@ -28,19 +30,58 @@ Colour ColourOf(Mark mark) {
 
 }  // namespace
 
+Cell Marked(const std::string& text, Mark mark) {
+  const char* const sign = mark == Mark::kRejected ? "!!" : mark == Mark::kLost ? "!" : "";
+  return {text + sign, ColourOf(mark)};
+}
+
 Table EntryTable() {
   std::vector<std::string> titles;
   for (const EntryColumn& column : EntryColumns()) {
     titles.push_back((column.is_number ? ">" : "") + std::string(column.title));
   }
+  titles.emplace_back("PROBLEM");
   return Table(std::move(titles));
 }
 
-void AddRow(const std::vector<RowValue>& values, Table& table) {
+Table ColumnsTable(const Columns& columns) {
+  std::vector<std::string> titles = columns.Titles();
+  const std::size_t always = titles.size();
+  titles.emplace_back("PROBLEM");
+  return Table(std::move(titles), always);
+}
+
+void AddRow(const EntryRow& row, Table& table) {
   std::vector<Cell> cells;
-  cells.reserve(values.size());
-  for (const RowValue& value : values) cells.emplace_back(value.text, ColourOf(value.mark));
+  cells.reserve(row.values.size() + 1);
+  for (const RowValue& value : row.values) cells.push_back(Marked(value.text, value.mark));
+  cells.emplace_back(row.problem, ColourOf(Converts(row.verdict) ? Mark::kLost : Mark::kRejected));
   table.Add(std::move(cells));
+}
+
+void PrintRows(const std::vector<EntryRow>& rows, Table table, Output& out,
+               const Palette& palette) {
+  Legend legend;
+  for (const EntryRow& row : rows) {
+    AddRow(row, table);
+    legend.Add(row);
+  }
+  if (!table.empty()) table.Print(out, palette);
+  legend.Print(out);
+}
+
+void Legend::Add(Mark mark) {
+  lost_ = lost_ || mark == Mark::kLost;
+  rejected_ = rejected_ || mark == Mark::kRejected;
+}
+
+void Legend::Add(const EntryRow& row) {
+  for (const RowValue& value : row.values) Add(value.mark);
+}
+
+void Legend::Print(Output& out) const {
+  if (lost_) out.Write("! the native record does not keep this value\n");
+  if (rejected_) out.Write("!! the conversion to native fails because of this value\n");
 }
 
 }  // namespace zorl2_inspect

@@ -24,8 +24,8 @@ struct ExplainRow {
   std::size_t offset = 0;
   std::string_view bytes;
   std::string_view path;
-  std::string type;   // Empty for damage.
-  std::string value;  // For a person.
+  std::string type;                  // Empty for damage.
+  std::string value;                 // For a person.
   const WireField* field = nullptr;  // Null for an absent field and for damage.
   std::vector<Note> notes;
 };
@@ -36,8 +36,8 @@ class ExplainRows {
   virtual void Print(const ExplainRow& row) = 0;
 };
 
-// One line for each row, with the whole path; or, if the width is less than such lines usually take,
-// a tree of names that fits into the width.
+// One line for each row, with the whole path; or, if the width is less than such lines usually
+// take, a tree of names that fits into the width.
 std::unique_ptr<ExplainRows> TextRows(const ExplainOptions& options, Output& out);
 
 }  // namespace zorl2_inspect

@@ -45,7 +45,7 @@ class Explainer : public WireVisitor {
 
   void OnField(const WireField& field) override {
     ++summary.fields;
-    ExplainRow row{field.offset,         field.raw, field.path,         WireTypeText(field),
+    ExplainRow row{field.offset,         field.raw, field.path,        WireTypeText(field),
                    WireValueText(field), &field,    ParserNotes(field)};
     if (checked_) {
       for (Note& note : checked_->Take(field)) row.notes.push_back(std::move(note));

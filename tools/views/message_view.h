@@ -12,17 +12,17 @@
 namespace zorl2_inspect {
 
 // Prints a list or a single entry as a table, a state signal by interface, and everything else
-// field by field; then what the conversion loses, and the unknown fields. The title names the
-// input. The caller must have checked that the message converts.
+// field by field; then why elements do not convert, what the conversion loses, and the unknown
+// fields. The title names the input. Any message will do, also one without its required fields.
 // The filter has selected what is in the message; indices are those before.
 void PrintMessage(const google::protobuf::Message& message, const std::string& title,
                   const Filter& filter, Output& out, const Palette& palette);
 
-// Prints what the conversion loses, and the unknown fields.
+// Prints why elements do not convert, what the conversion loses, and the unknown fields.
 void PrintNotKept(const google::protobuf::Message& message, const Filter& filter, Output& out,
                   const Palette& palette);
 
-// Prints the native record, or those in the message, as indented lines.
+// Prints the native record, or those in the message, as indented lines, and why there is none.
 void PrintNative(const google::protobuf::Message& message, Output& out);
 
 }  // namespace zorl2_inspect

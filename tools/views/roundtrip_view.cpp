@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "tools/model/check_text.h"
+#include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
 
@@ -27,6 +28,8 @@ void RoundTripView::Report(std::uint64_t record, const std::string& where,
     WriteValue("old", loss.before);
     WriteValue("new", loss.after);
     json_.Member("reason", LossKindName(loss.kind));
+    json_.Key("problem");
+    json_.Null();
     json_.EndObject();
     return;
   }
@@ -43,21 +46,67 @@ void RoundTripView::WriteValue(const char* name, const std::string& text) {
   json_.Member(name, number);
 }
 
-void RoundTripView::Finish(const RoundTripSummary& summary) {
+void RoundTripView::Reject(std::uint64_t record, const std::string& where,
+                           const zorl2::check::Verdict& verdict) {
   if (as_json_) {
-    json_.EndArray();
-    json_.Member("lossless", summary.losses == 0);
-    json_.Member("records", summary.records);
+    json_.BeginObject();
+    json_.Member("record", record);
+    json_.Member("path", verdict.field);
+    json_.Key("old");
+    json_.Null();
+    json_.Key("new");
+    json_.Null();
+    json_.Member("reason", "rejected");
+    json_.Member("problem", RejectionText(verdict));
     json_.EndObject();
     return;
   }
-  std::string verdict = palette_(Colour::kGreen, "lossless");
-  if (summary.losses > 0) {
-    verdict = palette_(Colour::kYellow, fmt::format("{} difference{}", summary.losses,
-                                                    summary.losses == 1 ? "" : "s"));
-    if (summary.is_stream) verdict += fmt::format(" in {} records", summary.records_with_losses);
+  out_.Print("{}{}: {} ({})\n", where, palette_(Colour::kBold, verdict.field),
+             palette_(Colour::kMagenta, RejectionText(verdict)), "rejected");
+}
+
+void RoundTripView::Finish(const RoundTripSummary& summary) {
+  if (as_json_) {
+    json_.EndArray();
+    json_.Member("lossless", summary.losses + summary.rejected_records == 0);
+    json_.Member("records", summary.records);
+    json_.Member("rejected", summary.rejected_records);
+    json_.Key("native_records");
+    if (summary.timed_records > 0) {
+      json_.Value(summary.timed_records);
+    } else {
+      json_.Null();
+    }
+    json_.Key("microseconds_each");
+    if (summary.timed_records > 0) {
+      json_.Value(summary.microseconds);
+    } else {
+      json_.Null();
+    }
+    json_.EndObject();
+    return;
   }
-  out_.Print("{}: {} ({}{})\n", summary.name, verdict, summary.what, summary.notes);
+  out_.Print("{}: {} ({}{})\n", Printable(summary.name), Result(summary), summary.what,
+             summary.notes);
+  if (summary.timed_records == 0) return;
+  out_.Print("{} native records, {:.2f} us each to native and back\n", summary.timed_records,
+             summary.microseconds);
+}
+
+std::string RoundTripView::Result(const RoundTripSummary& summary) const {
+  std::string text;
+  if (summary.rejected_records > 0) {
+    text = palette_(Colour::kMagenta,
+                    summary.is_stream ? fmt::format("{} records rejected", summary.rejected_records)
+                                      : "rejected");
+    if (summary.losses == 0) return text;
+    text += ", ";
+  }
+  if (summary.losses == 0) return palette_(Colour::kGreen, "lossless");
+  text += palette_(Colour::kYellow,
+                   fmt::format("{} difference{}", summary.losses, summary.losses == 1 ? "" : "s"));
+  if (summary.is_stream) text += fmt::format(" in {} records", summary.records_with_losses);
+  return text;
 }
 
 }  // namespace zorl2_inspect

@@ -18,6 +18,10 @@ struct RoundTripSummary {
   std::uint64_t records = 0;
   std::uint64_t records_with_losses = 0;
   std::uint64_t losses = 0;
+  std::uint64_t rejected_records = 0;
+  // How many native records were timed, and how long each of them took both ways.
+  std::uint64_t timed_records = 0;
+  double microseconds = 0;
   bool is_stream = false;
 };
 
@@ -28,9 +32,14 @@ class RoundTripView {
 
   // `where` is "record 3, offset 0x91f: " in a stream.
   void Report(std::uint64_t record, const std::string& where, const zorl2::check::Loss& loss);
+  // Why an element does not convert.
+  void Reject(std::uint64_t record, const std::string& where, const zorl2::check::Verdict& verdict);
   void Finish(const RoundTripSummary& summary);
 
  private:
+  // Such as "2 records rejected, 3 differences in 1 records".
+  std::string Result(const RoundTripSummary& summary) const;
+
   // A number, a text, or null for an absent value.
   void WriteValue(const char* name, const std::string& text);
 

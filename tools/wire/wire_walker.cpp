@@ -206,8 +206,8 @@ class Walker {
       return true;
     }
     // A damaged message or list has its own end, so the walk continues after it.
-    const bool whole = message ? NestedMessage(frame, item)
-                               : Packed(frame, *field, item, content_at);
+    const bool whole =
+        message ? NestedMessage(frame, item) : Packed(frame, *field, item, content_at);
     item.path = path_;
     if (whole) visitor_.OnEnd(item, content_at + length);
     return true;

@@ -39,7 +39,8 @@ struct WireField {
   std::string_view raw;
   // The number of a varint or fixed-width value, undecoded otherwise.
   std::uint64_t value = 0;
-  // How many bytes the varint of the tag, and that of the value or length, take more than they need.
+  // How many bytes the varint of the tag, and that of the value or length, take more than they
+  // need.
   std::size_t tag_padding = 0;
   std::size_t value_padding = 0;
   // Whether the varint has bits above the 64th.

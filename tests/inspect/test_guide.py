@@ -1,4 +1,4 @@
-"""Runs every command of docs/debugging.md, in its order, and compares what it prints."""
+"""Runs every command of docs/guide.md, in its order, and compares what it prints."""
 
 import os
 import re
@@ -30,9 +30,9 @@ def pattern(shown):
     return re.escape(shown).replace(r"\.\.\.", ".*?").replace(r"\ \ .*?\ \ ", r"\s.*?\s")
 
 
-class DebuggingPage(ToolTest):
+class Guide(ToolTest):
     def test_every_command_prints_what_the_page_shows(self):
-        with open(os.path.join(SOURCE, "docs", "debugging.md"), encoding="utf-8") as page:
+        with open(os.path.join(SOURCE, "docs", "guide.md"), encoding="utf-8") as page:
             steps = list(commands(page.read()))
         self.assertGreater(len(steps), 10)
         for sample in ("switch-52.json", "lacp-shut.json"):

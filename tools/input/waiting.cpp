@@ -8,6 +8,8 @@
 namespace zorl2_inspect {
 namespace {
 
+// A signal handler can only reach a global variable.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void TakeInterrupt(int) { interrupted = 1; }

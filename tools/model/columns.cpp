@@ -103,7 +103,9 @@ std::vector<EntryRow> Columns::Rows(const Message& record) const {
   if (list_ == nullptr) return {Row(record)};
   std::vector<EntryRow> rows;
   const auto& reflection = *record.GetReflection();
-  for (int i = 0; i < reflection.FieldSize(record, list_); ++i) {
+  const int size = reflection.FieldSize(record, list_);
+  rows.reserve(static_cast<std::size_t>(size));
+  for (int i = 0; i < size; ++i) {
     rows.push_back(Row(reflection.GetRepeatedMessage(record, list_, i)));
   }
   return rows;

@@ -11,14 +11,6 @@
 namespace zorl2_inspect {
 namespace {
 
-// How many bytes a character takes according to its first one.
-std::size_t SequenceLength(char lead) {
-  const auto byte = static_cast<unsigned char>(lead);
-  if (byte < 0xc2) return 1;
-  if (byte < 0xe0) return 2;
-  return byte < 0xf0 ? 3 : 4;
-}
-
 void AppendEscaped(char c, std::string& out) {
   fmt::format_to(std::back_inserter(out), "\\x{:02x}", static_cast<unsigned char>(c));
 }

@@ -64,7 +64,7 @@ void PrintPanel(const FrontPanel& panel, const Palette& paint, bool utf8, Output
   std::size_t drawn = 0;
   for (const FrontPanel::Bank& bank : banks) {
     drawn += bank.used;
-    for (const std::size_t start : {0, 1}) {
+    for (const std::size_t start : {std::size_t{0}, std::size_t{1}}) {
       PanelRow row = RowFrom(bank, start);
       if (std::any_of(row.ports.begin(), row.ports.end(),
                       [](PortState state) { return state != PortState::kNone; })) {

@@ -70,8 +70,8 @@ class ExplainCommand {
           "{}\n", paint_(Colour::kBold, fmt::format("record {}: {}, {} bytes", record.number, type,
                                                     record.bytes.size())));
     }
-    ExplainRows& rows = json_ ? *json_ : *text_;
-    const ExplainSummary summary = Explain(record.bytes, input_.type(), record.offset, rows);
+    ExplainRows* const rows = json_ ? json_.get() : text_.get();
+    const ExplainSummary summary = Explain(record.bytes, input_.type(), record.offset, *rows);
     std::optional<Problem> rejection;
     if (!summary.damage && !Converts(summary.verdict)) {
       rejection = input_.Locate(record, summary.verdict);

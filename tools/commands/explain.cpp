@@ -70,8 +70,9 @@ class ExplainCommand {
           "{}\n", paint_(Colour::kBold, fmt::format("record {}: {}, {} bytes", record.number, type,
                                                     record.bytes.size())));
     }
-    ExplainRows& rows = json_ ? *json_ : *text_;
-    const ExplainSummary summary = Explain(record.bytes, input_.type(), record.offset, rows);
+    const ExplainSummary summary =
+        json_ ? Explain(record.bytes, input_.type(), record.offset, *json_)
+              : Explain(record.bytes, input_.type(), record.offset, *text_);
     std::optional<Problem> rejection;
     if (!summary.damage && !Converts(summary.verdict)) {
       rejection = input_.Locate(record, summary.verdict);

@@ -2,10 +2,12 @@
 
 import os
 import pty
+import re
 import resource
 import select
 import subprocess
 import tempfile
+import time
 import unittest
 
 TOOL = os.environ["ZORL2_INSPECT"]
@@ -13,6 +15,8 @@ SOURCE = os.environ["ZORL2_SOURCE_DIR"]
 SAMPLES = os.path.join(SOURCE, "tools", "samples")
 # Sanitizers reserve terabytes of address space and slow everything down.
 SANITIZED = os.environ.get("ZORL2_SANITIZED") == "1"
+# How many seconds an output may be late on a busy machine.
+PATIENCE = 60
 
 
 def _limit(megabytes):
@@ -23,7 +27,8 @@ def _limit(megabytes):
 
 def on_terminal(arguments, feed=None, env=None, stdout_too=True):
     """Runs the tool with its outputs on a pseudo-terminal; what appeared there, and the status.
-    feed yields the bytes of standard input, at its own pace."""
+    feed yields the bytes of standard input, at its own pace, and patterns (str) that the new output
+    must match before it goes on."""
     master, slave = pty.openpty()
     environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
     environment.update({"TERM": "xterm", **(env or {})})
@@ -45,7 +50,15 @@ def on_terminal(arguments, feed=None, env=None, stdout_too=True):
             seen += got
         return True
 
+    matched = 0
     for block in feed or ():
+        if isinstance(block, str):
+            end = time.monotonic() + PATIENCE
+            while not (match := re.compile(block.encode()).search(seen, matched)):
+                assert time.monotonic() < end, (block, seen)
+                drain(0.05)
+            matched = match.end()
+            continue
         process.stdin.write(block)
         process.stdin.flush()
         drain(0)
@@ -54,7 +67,7 @@ def on_terminal(arguments, feed=None, env=None, stdout_too=True):
         pass
     drain(0)
     os.close(master)
-    return seen.decode(errors="replace"), process.wait(60)
+    return seen.decode(errors="replace"), process.wait(PATIENCE)
 
 
 class ToolTest(unittest.TestCase):

@@ -29,7 +29,9 @@ void RecordStream::Fill() {
     options_.before_wait();
   if (options_.follow) {
     // A signal that arrives before a read would not end it.
-    while (!Interrupted() && !HasInput(descriptor_, kPause)) continue;
+    while (!Interrupted() && !HasInput(descriptor_, kPause)) {
+      if (options_.before_wait) options_.before_wait();
+    }
     interrupted_ = at_end_ = Interrupted();
     if (interrupted_) return;
   }

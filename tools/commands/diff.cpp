@@ -53,7 +53,7 @@ Capture Read(const DiffArguments& arguments, const std::string& file) {
   for (;;) {
     std::unique_ptr<Message> message = NewMessage(input.type());
     if (!reader.Next(record, *message)) break;
-    // What a converter rejects can be compared; what lacks a field is not the whole message.
+    // Reports only incomplete messages: a message that a converter rejects can still be compared.
     if (!message->IsInitialized()) reader.Report(record, FindAll(*message).rejections);
     capture.side.records.push_back(message.get());
     capture.owned.push_back(std::move(message));

@@ -107,7 +107,7 @@ class Stats {
     summary_.conversions = counter_.conversions();
   }
 
-  // Shows the result so far, not too often.
+  // Shows the result so far, at most once per kRefresh.
   void Refresh() {
     if (summary_.records == 0 || summary_.records == shown_) return;
     const auto now = std::chrono::steady_clock::now();
@@ -131,7 +131,7 @@ class Stats {
   RecordSummary summary_;
   std::uint64_t shown_ = 0;
   std::chrono::steady_clock::time_point next_refresh_;
-  // Reads while it is made, and may refresh before it waits.
+  // The constructor reads, and may call Refresh() before it waits.
   Input input_;
   Filter filter_;
   RecordCounter counter_;

@@ -35,7 +35,7 @@ std::string ReadAll(int descriptor, const std::string& name) {
   std::string content;
   std::size_t filled = 0;
   for (;;) {
-    // Grown as bytes arrive, never by what the bytes claim.
+    // The buffer grows as bytes arrive, never by a length that the bytes claim.
     if (content.size() - filled < 65536) content.resize(content.size() * 2 + 65536);
     const ssize_t got = read(descriptor, content.data() + filled, content.size() - filled);
     if (got < 0 && errno == EINTR) continue;
@@ -57,7 +57,7 @@ std::string DecodeHexOrThrow(const std::string& content, const std::string& name
   return std::move(*bytes);
 }
 
-// A file in memory with these bytes.
+// Returns a descriptor of a file in memory with these bytes.
 int OpenBytes(const std::string& bytes, const std::string& name) {
   const int descriptor = memfd_create("zorl2-inspect", MFD_CLOEXEC);
   std::size_t written = 0;

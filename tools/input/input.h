@@ -20,7 +20,7 @@
 
 namespace zorl2_inspect {
 
-// No input that is held in memory as a whole, and no record of a stream, is longer than this.
+// The longest input that is held in memory as a whole, and the longest record of a stream.
 inline constexpr std::size_t kLongestInput = std::size_t{512} << 20;
 inline constexpr std::size_t kLongestRecord = std::size_t{64} << 20;
 
@@ -83,14 +83,14 @@ class Input {
   // Whether Next() will return false.
   bool AtEnd() const { return ended_ && !read_ahead_; }
 
-  // Whether the system could not read the input to its end.
+  // Whether reading the input failed before its end.
   bool CannotRead() const { return stream_ && stream_->cannot_read(); }
 
   // Replaces the message by the record's, as far as it can be parsed. Returns why the bytes are no
   // message of the type, with an offset in the input.
   std::optional<Problem> Parse(const Record& record, google::protobuf::Message& message) const;
 
-  // What zorl2::check says of the record's message, with its offset in the input.
+  // The verdict on the record's message, with the offset in the input.
   Problem Locate(const Record& record, const zorl2::check::Verdict& verdict) const;
 
   // Throws the problem as an error of this input.
@@ -100,8 +100,8 @@ class Input {
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
   void ReadWhole(const InputOptions& options);
-  // Throws Error for bytes that are no message, but something that the tool recognises, or a
-  // message of another type than the one that was asked for.
+  // Throws Error for bytes that are no message but something else that the tool recognises, and for
+  // a message of another type than the requested one.
   void RejectMistakes(const std::string& file, std::string_view content, std::string_view bytes);
 
   std::string name_;
@@ -110,12 +110,12 @@ class Input {
   int descriptor_ = -1;
   std::uint64_t size_ = 0;
   const google::protobuf::Descriptor* type_ = nullptr;
-  // A stream, whose first record may have been read ahead.
+  // For a stream. Its first record may have been read ahead.
   std::unique_ptr<RecordStream> stream_;
   bool read_ahead_ = false;
   bool ended_ = false;
   Record ahead_;
-  // Or one message.
+  // For a single message.
   std::string bytes_;
   std::optional<Problem> missing_;  // The required field that a text does not have.
   std::uint64_t next_number_ = 1;

@@ -19,7 +19,7 @@ using google::protobuf::Descriptor;
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 
-// Identifiers are ordered as numbers are, and not as their texts.
+// Compares identifiers by their numbers, not by their texts.
 using Key = std::pair<std::vector<std::uint32_t>, std::size_t>;
 
 struct Element {
@@ -28,11 +28,11 @@ struct Element {
 };
 
 struct Contents {
-  // Null if the elements have no identifier; their place identifies them then.
+  // Null if the elements have no identifier; they are then paired by place.
   const FieldDescriptor* identifier = nullptr;
   const Descriptor* type = nullptr;
   std::vector<Element> elements;
-  // The message that contains the list of elements; null without one.
+  // The message that contains the list of elements; null if there is no list.
   const Message* around = nullptr;
 };
 

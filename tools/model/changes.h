@@ -41,9 +41,9 @@ struct DiffResult {
   bool equal() const { return changes.empty(); }
 };
 
-// Pairs the elements of lists and the entries of streams by identifier, the second element with an
-// identifier with the second one with it, and so on; pairs everything else by place. The order of
-// paired elements makes no difference. Leaves out what the filters select on neither side.
+// Pairs the elements of lists and the entries of streams by identifier; if an identifier occurs
+// several times, pairs its first occurrences, its second ones, and so on. Pairs everything else by
+// place. The order of paired elements makes no difference. Omits what neither filter selects.
 // Throws Error if the two have elements of different types.
 DiffResult Compare(const DiffSide& before, const DiffSide& after);
 

@@ -24,7 +24,7 @@ class Follow(ToolTest):
         return process
 
     def wait_for(self, process, part, seen=b""):
-        """What the process has printed when the part has appeared in it."""
+        """Waits until the output contains the part. Returns the output."""
         end = time.monotonic() + PATIENCE
         while part not in seen:
             left = end - time.monotonic()
@@ -88,7 +88,7 @@ class Follow(ToolTest):
         process = self.start("show", "--follow", "--delimited", "--json", "--type", "IntfEntry",
                              path)
         seen = self.wait_for(process, b'"0.0.0.7"')
-        # A record that arrives in two parts is no damage.
+        # A record that arrives in two parts is not damaged.
         self.grow(path, SECOND[:9])
         self.wait_until_read(process, path)
         self.grow(path, SECOND[9:])
@@ -126,7 +126,7 @@ class Follow(ToolTest):
 
 class Memory(ToolTest):
     @unittest.skipIf(SANITIZED, "needs the limit of the address space")
-    def test_running_out_of_memory_is_one_line(self):
+    def test_an_allocation_failure_is_one_line(self):
         path = self.file("huge.pb", wire.entry(name=b"\x01" * 4000000))
         failures = 0
         for megabytes in (16, 20, 24, 32, 48, 64, 96):
@@ -146,7 +146,7 @@ class Memory(ToolTest):
         for command in (["show"], ["show", "--json"], ["roundtrip"]):
             peaks = []
             for count in (20, 200):
-                # Written in parts: a process starts with the size of the one that starts it.
+                # Written in blocks to keep this process small: its peak memory passes to the child.
                 path = self.file("stream.pbs", b"")
                 for _ in range(count):
                     with open(path, "ab") as stream:

@@ -15,7 +15,7 @@ class Diff(ToolTest):
         return self.diff(wire.entry_list(*before), wire.entry_list(*after), "--type",
                          "IntfEntryList", *options, status=status)
 
-    def test_equal_captures_say_so(self):
+    def test_equal_captures_are_reported_as_equal(self):
         entries = [wire.entry(), wire.entry((0, 0, 0, 8))]
         done = self.lists(entries, entries, status=0)
         self.assertEqual(done.text, "no difference in 2 elements\n")
@@ -76,7 +76,7 @@ class Diff(ToolTest):
         self.assertIn("    + blockInfo[BACKUPLINK]: { protocol: BACKUPLINK state: "
                       "BLOCK_STATE_BLOCK }\n", text)
 
-    def test_presence_and_identifiers_are_told(self):
+    def test_changes_of_presence_and_identifiers_are_shown(self):
         text = self.lists([wire.entry(parent=None, port=5)],
                           [wire.entry(parent=(9, 8, 7, 6), port=None)]).text
         self.assertIn("    + parent: 9.8.7.6\n", text)

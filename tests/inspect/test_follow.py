@@ -24,7 +24,7 @@ class Follow(ToolTest):
         return process
 
     def wait_for(self, process, part, seen=b""):
-        """What the process has printed when the part has appeared in it."""
+        """Waits until the output contains the part. Returns the output."""
         end = time.monotonic() + PATIENCE
         while part not in seen:
             left = end - time.monotonic()
@@ -88,7 +88,7 @@ class Follow(ToolTest):
         process = self.start("show", "--follow", "--delimited", "--json", "--type", "IntfEntry",
                              path)
         seen = self.wait_for(process, b'"0.0.0.7"')
-        # A record that arrives in two parts is no damage.
+        # A record that arrives in two parts is not damaged.
         self.grow(path, SECOND[:9])
         self.wait_until_read(process, path)
         self.grow(path, SECOND[9:])

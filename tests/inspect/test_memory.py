@@ -10,7 +10,7 @@ from support import SANITIZED, TOOL, ToolTest, limit_memory
 
 class Memory(ToolTest):
     @unittest.skipIf(SANITIZED, "needs the limit of the address space")
-    def test_running_out_of_memory_is_one_line(self):
+    def test_an_allocation_failure_is_one_line(self):
         path = self.file("huge.pb", wire.entry(name=b"\x01" * 4000000))
         failures = 0
         least = self.least_megabytes()
@@ -43,7 +43,7 @@ class Memory(ToolTest):
                         ["diff", "--json", small]):
             peaks = []
             for count in (20, 200):
-                # Written in parts: a process starts with the size of the one that starts it.
+                # Written in blocks to keep this process small: its peak memory passes to the child.
                 path = self.file("stream.pbs", b"")
                 for _ in range(count):
                     with open(path, "ab") as stream:

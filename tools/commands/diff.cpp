@@ -62,7 +62,7 @@ class Capture {
   void ForEach(const Take& take) {
     Record record;
     while (reader_.Next(record, *message_)) {
-      // What a converter rejects can be compared; what lacks a field is not the whole message.
+      // Reports only incomplete messages: a message that a converter rejects can still be compared.
       if (!message_->IsInitialized()) reader_.Report(record, FindAll(*message_).rejections);
       if (list_ == nullptr) {
         take(*message_, record.bytes);

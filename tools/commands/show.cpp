@@ -158,7 +158,7 @@ class Show {
   Output output_;
   StreamTable rows_;
   bool strict_ = false;
-  // Reads while it is made, and flushes the above before it waits.
+  // The constructor reads, and flushes the members above before it waits.
   Input input_;
   MessageReader reader_;
   std::optional<MessageWriter> writer_;

@@ -114,7 +114,7 @@ class Stats {
   Output output_;
   StatsView view_;
   RecordSummary summary_;
-  // Reads while it is made, and may refresh before it waits.
+  // The constructor reads, and may call Refresh() before it waits.
   Input input_;
   Filter filter_;
   RecordCounter counter_;

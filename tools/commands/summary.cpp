@@ -110,7 +110,7 @@ class Summary {
   Palette palette_;
   SummaryReport report_;
   LiveScreen screen_;
-  // Reads while it is made, and may refresh before it waits.
+  // The constructor reads, and may call Refresh() before it waits.
   Input input_;
   Filter filter_;
 };

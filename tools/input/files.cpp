@@ -30,7 +30,7 @@ std::string ReadAll(int descriptor, const std::string& name) {
   std::string content;
   std::size_t filled = 0;
   for (;;) {
-    // Grown as bytes arrive, never by what the bytes claim.
+    // The buffer grows as bytes arrive, never by a length that the bytes claim.
     if (content.size() - filled < 65536) content.resize(content.size() * 2 + 65536);
     const ssize_t got = read(descriptor, content.data() + filled, content.size() - filled);
     if (got < 0 && errno == EINTR) continue;

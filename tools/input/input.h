@@ -79,14 +79,14 @@ class Input {
   // Whether Next() will return false.
   bool AtEnd() const { return ended_ && !read_ahead_; }
 
-  // Whether the system could not read the input to its end.
+  // Whether reading the input failed before its end.
   bool CannotRead() const { return stream_ && stream_->cannot_read(); }
 
   // Replaces the message by the record's, as far as it can be parsed. Returns why the bytes are no
   // message of the type, with an offset in the input.
   std::optional<Problem> Parse(const Record& record, google::protobuf::Message& message) const;
 
-  // What zorl2::check says of the record's message, with its offset in the input.
+  // The verdict on the record's message, with the offset in the input.
   Problem Locate(const Record& record, const zorl2::check::Verdict& verdict) const;
 
   // Throws the problem as an error of this input.
@@ -99,8 +99,8 @@ class Input {
   // Makes a record of a line of JSON.
   void TakeLine(std::string_view line, Record& record);
   void ReadWhole(const InputOptions& options);
-  // Throws Error for bytes that are no message, but something that the tool recognises, or a
-  // message of another type than the one that was asked for.
+  // Throws Error for bytes that are no message but something else that the tool recognises, and for
+  // a message of another type than the requested one.
   void RejectMistakes(const std::string& file, std::string_view content, std::string_view bytes);
 
   std::string name_;
@@ -109,7 +109,7 @@ class Input {
   int descriptor_ = -1;
   std::uint64_t size_ = 0;
   const google::protobuf::Descriptor* type_ = nullptr;
-  // A stream, whose first record may have been read ahead.
+  // For a stream. Its first record may have been read ahead.
   std::unique_ptr<RecordStream> stream_;
   bool read_ahead_ = false;
   bool ended_ = false;

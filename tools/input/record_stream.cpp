@@ -15,7 +15,7 @@ namespace zorl2_inspect {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 20;
-// As many as a 32-bit length takes.
+// The bytes of a 32-bit length.
 constexpr std::size_t kLongestPrefix = 5;
 constexpr std::chrono::milliseconds kPause(100);
 
@@ -56,7 +56,7 @@ bool RecordStream::Want(std::size_t count) {
   end_ -= begin_;
   begin_ = 0;
   while (end_ < count && !at_end_) {
-    // Doubled rather than sized as claimed: a claim costs memory only when the bytes are there.
+    // Doubles instead of allocating what the length claims, so that a false length costs no memory.
     if (end_ == buffer_.size()) buffer_.resize(buffer_.size() * 2);
     Fill();
   }

@@ -35,7 +35,7 @@ std::string NameOf(const Message& message) {
   return entry == nullptr ? "" : " " + Quoted(entry->generalinfo().intf_name(), kNameLimit);
 }
 
-// One line of an element as a whole.
+// Describes a whole element on one line.
 std::string Summary(const Message& message) {
   if (const pb::IntfEntry* entry = AsEntry(message)) {
     const pb::StatusInfo& status = entry->statusinfo();
@@ -64,7 +64,7 @@ Colour ColourOf(Kind kind) {
   return kColours[static_cast<int>(kind)];
 }
 
-// Longer texts are compared by lines.
+// Longer texts are compared line by line.
 constexpr std::size_t kTextLimit = 200;
 
 bool IsLong(const FieldChange& field) {

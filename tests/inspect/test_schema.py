@@ -1,5 +1,6 @@
 """Compares output with --json with the installed schema files."""
 
+import functools
 import json
 import os
 import unittest
@@ -16,14 +17,19 @@ def schema(name):
         return json.load(content)
 
 
-def check(name, value, definition=None):
-    """Raises ValidationError if the value does not have the form."""
+@functools.lru_cache(None)
+def validator(name, definition):
     form = schema(name)
     jsonschema.Draft202012Validator.check_schema(form)
     if definition:
         form = {"$schema": form["$schema"], "$defs": form["$defs"],
                 "$ref": "#/$defs/" + definition}
-    jsonschema.Draft202012Validator(form).validate(value)
+    return jsonschema.Draft202012Validator(form)
+
+
+def check(name, value, definition=None):
+    """Raises ValidationError if the value does not have the form."""
+    validator(name, definition).validate(value)
 
 
 # Everything that a schema must describe: bytes that are no text, identifiers of other sizes, values

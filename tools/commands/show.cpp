@@ -97,6 +97,10 @@ class Show {
       verdict.field = filter_.PathBefore(verdict.field);
     }
     reader_.Report(record, rejections);
+    // A record that is one row has its reason there.
+    if (input_.delimited() && columns_ && columns_->of_elements()) {
+      rows_.AddRejections(record.number, rejections);
+    }
   }
 
   void ShowRecord(const Message& message, const Record& record) {
@@ -111,7 +115,9 @@ class Show {
     } else if (input_.delimited() &&
                message.GetDescriptor() == zorl2::protobuf::IntfEntry::descriptor()) {
       const auto& entry = static_cast<const zorl2::protobuf::IntfEntry&>(message);
-      rows_.Add(record.number, MakeEntryRow(entry));
+      const EntryRow row = MakeEntryRow(entry);
+      rows_.Add(row);
+      rows_.AddNotKept(record.number, message, row);
     } else {
       if (shown_) output_.Write('\n');
       PrintMessage(message, Title(record), filter_, output_, palette_);
@@ -122,7 +128,8 @@ class Show {
   void ShowColumns(const Message& message, const Record& record) {
     const std::vector<EntryRow> rows = columns_->Rows(message);
     if (input_.delimited()) {
-      for (const EntryRow& row : rows) rows_.Add(record.number, row);
+      for (const EntryRow& row : rows) rows_.Add(row);
+      rows_.AddNotKept(record.number, message);
       return;
     }
     std::string title = Title(record);

@@ -40,8 +40,8 @@ class Summary(ToolTest):
         others = ports(5, mtu=1500)
         got = self.report(entry_list(*others, entry(name="odd", mtu=9000)))["odd"]
         self.assertEqual(got, [{"field": "mtu", "type": "ETHERNET", "category": "L2", "entries": 6,
-                                "usual": "1500", "unlike": 1,
-                                "examples": [{"name": "odd", "value": "9000"}]}])
+                                "usual": 1500, "unlike": 1,
+                                "examples": [{"name": "odd", "value": 9000}]}])
 
     def test_no_majority_and_other_categories_are_not_odd(self):
         two_and_two = [*ports(2, mtu=1500), *ports(2, mtu=9000)]
@@ -56,13 +56,16 @@ class Summary(ToolTest):
         self.assertEqual(got["lost"], {"replaced": 1, "narrowed": 1, "unknown field": 1,
                                        "defaulted": 1})
         self.assertEqual(got["rejected"]["entries"], 1)
-        self.assertIn("intfCategory: missing", got["first_rejection"])
+        self.assertEqual(got["first_rejection"], {
+            "record": None, "offset": None, "line": None, "column": None, "path": "intfCategory",
+            "found": "missing, required by IntfEntry", "expected": None, "rule": "required"})
 
     def test_malformed_records_are_counted_and_the_rest_is_read(self):
         stream = delimited(entry(), b"\xff", entry())
         got = self.report(stream, "--delimited", type_name="IntfEntry", status=1)
         self.assertEqual((got["records"], got["malformed"], got["entries"]), (3, 1, 2))
-        self.assertIn("record 2, offset", got["first_malformed"])
+        first = got["first_malformed"]
+        self.assertEqual((first["record"], first["offset"]), (2, len(delimited(entry())) + 1))
         self.run_tool("summary", "--delimited", "--type", "IntfEntry", "-", given=stream[:-3],
                       status=2)
 

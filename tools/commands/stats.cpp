@@ -57,7 +57,7 @@ class Stats {
     progress_.Finish();
     if (live_) std::fputs(kClear, stdout);
     Sum();
-    view_.End(summary_, counter_.Sections(), broken_ ? ProblemText(*broken_) : std::string());
+    view_.End(summary_, counter_.Sections(), broken_);
     output_.Finish();
     NoteNothingSelected(input_.name(), filter_);
     if (broken_) PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*broken_)));
@@ -119,7 +119,7 @@ class Stats {
     Output screen(&text);
     StatsView view(screen, false, 0);
     view.Begin(input_.name(), input_.type().name());
-    view.End(summary_, counter_.Sections(), "");
+    view.End(summary_, counter_.Sections(), std::nullopt);
     screen.Finish();
     std::fwrite(text.data(), 1, text.size(), stdout);
     std::fflush(stdout);

@@ -129,11 +129,13 @@ void PrintOdd(Screen& screen, const OddValues& values) {
     const OddValues::Odd& odd = all[i];
     std::vector<Cell> items;
     for (const auto& [name, value] : odd.examples) {
-      items.emplace_back(fmt::format("{} {}", Name(name), value), Colour::kYellow);
+      items.emplace_back(fmt::format("{} {}", Name(name), OddValues::ValueText(odd.field, value)),
+                         Colour::kYellow);
     }
     screen.Line(
         "odd",
-        fmt::format("{} not {}, {} of {} {} {}: ", odd.field, odd.usual, odd.unlike, odd.entries,
+        fmt::format("{} not {}, {} of {} {} {}: ", OddValues::FieldName(odd.field),
+                    OddValues::ValueText(odd.field, odd.usual), odd.unlike, odd.entries,
                     pb::InterfaceCategory_Name(odd.category), pb::InterfaceType_Name(odd.type)),
         items, odd.unlike - odd.examples.size());
   }
@@ -192,8 +194,9 @@ void PrintSummary(const SummaryReport& report, const Palette& paint, bool utf8, 
   if (list.rejected.count == 0) {
     if (list.entries > 0) screen.Line("rejected", "none");
   } else {
-    screen.Line("rejected", fmt::format("{}: {}: {}", list.rejected.count,
-                                        Name(list.rejected.names.front()), list.first_rejection));
+    screen.Line("rejected",
+                fmt::format("{}: {}: {}", list.rejected.count, Name(list.rejected.names.front()),
+                            ProblemText(*list.first_rejection)));
   }
   if (report.first_unreadable) {
     screen.Line("malformed",

@@ -176,16 +176,17 @@ class RoundTripCommand {
 void AddRoundtripCommand(CLI::App& app, int& status) {
   auto arguments = std::make_shared<RoundTripArguments>();
   CLI::App* command = app.add_subcommand(
-      "roundtrip",
-      "Convert messages to native records and back, and list what is lost with its field\n"
-      "path, the value before and after, and the kind of loss");
+      "roundtrip", "Convert messages to native records and back, and list what is lost");
   AddInputOptions(*command, arguments->input);
   AddFollowOption(*command, arguments->input);
   AddStrictOption(*command, arguments->strict);
-  command->add_flag("--json", arguments->json, "Print JSON");
-  command->add_flag("--time", arguments->time, "Also print how long a conversion takes");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
+  command->add_flag("--time", arguments->time,
+                    "Print how long a conversion takes, too; not measured by default");
   AddColourOption(*command, arguments->colour);
   command->footer(
+      "Lists each value that is lost with its field path, the value before and after, and the "
+      "kind of loss.\n\n"
       "Exit status: 0 lossless, 1 losses, damaged messages or messages that do not convert, 2 the\n"
       "input cannot be read.\n\n"
       "Example:\n"

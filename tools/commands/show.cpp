@@ -183,11 +183,12 @@ void AddShowCommand(CLI::App& app, int& status) {
   AddStrictOption(*command, arguments->strict);
   command
       ->add_option("--output", arguments->output,
-                   "Set the form: table, json, text, native (the native records), wire or hex")
+                   "Set the form of the output; native are the native records")
       ->check(CLI::IsMember({"table", "json", "text", "native", "wire", "hex"}))
       ->capture_default_str()
       ->type_name("FORM");
-  command->add_flag("--json", arguments->json, "Print JSON, like --output json");
+  command->add_flag("--json", arguments->json,
+                    "Print JSON, like --output json; a table by default");
   AddForceOption(*command, arguments->force);
   AddWhereOption(*command, arguments->where);
   command
@@ -207,12 +208,13 @@ void AddShowCommand(CLI::App& app, int& status) {
       "enumerations may be shortened: admin=up.\n\n"
       "A value that the native record does not keep has \"!\" after it, a value because of which "
       "the\n"
-      "conversion fails has \"!!\". Exit status: 0 done, also if nothing is selected, 1 a message "
+      "conversion fails has \"!!\".\n\nExit status: 0 done, also if nothing is selected, 1 a "
+      "message "
       "is\n"
       "damaged or does not convert, 2 the input cannot be read.\n\n"
       "Examples:\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"
-      "  zorl2-inspect snapshot | zorl2-inspect show --where admin=up --columns name,oper,mtu -\n"
+      "  zorl2-inspect snapshot | zorl2-inspect show --where oper=up --columns id,mtu -\n"
       "  echo '0a 04 00 00 00 07' | zorl2-inspect show --type Zorid -");
   command->callback([arguments, &status] { status = Show(*arguments).Run(); });
 }

@@ -80,7 +80,7 @@ void AddSummaryCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand(
       "summary", "Summarise interfaces on one screen: what is down, held, odd or lost");
   AddInputOptions(*command, arguments->input);
-  command->add_flag("--json", arguments->json, "Print JSON");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
@@ -91,7 +91,8 @@ void AddSummaryCommand(CLI::App& app, int& status) {
       "ETHERNET,\n"
       "category L1 or L2) by the number at the end of their names, the odd ones above. Streams of\n"
       "any length need the same memory. \"zorl2-inspect show --help\" describes the conditions of\n"
-      "--where. Exit status: 0 all entries convert, 1 some do not, 2 error.\n\n"
+      "--where.\n\n"
+      "Exit status: 0 all entries convert, 1 some do not, 2 error.\n\n"
       "Example:\n"
       "  zorl2-inspect snapshot | zorl2-inspect summary -");
   command->callback([arguments, &status] { status = RunSummary(*arguments); });

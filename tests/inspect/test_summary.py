@@ -69,6 +69,15 @@ class Summary(ToolTest):
         self.run_tool("summary", "--delimited", "--type", "IntfEntry", "-", given=stream[:-3],
                       status=2)
 
+    def test_long_names_of_held_ports_give_way_to_more_protocols(self):
+        names = ["swp%d/uplink-rack-%02d" % (i, i) for i in (5, 6, 33)]
+        entries = [entry((0, 0, 0, i), name=name, shut=(3, 8) if i == 2 else (3,))
+                   for i, name in enumerate(names)]
+        text = self.run_tool("summary", "--type", "IntfEntryList", "-",
+                             given=entry_list(*entries)).text
+        self.assertIn("\nshut      3: LACP 3 (swp5/uplink-rack-05, ...), "
+                      "LFD 1 (swp33/uplink-rack-33)\n", text)
+
     def test_ports_are_drawn_odd_above_even(self):
         # The ports are disabled, but number 4 is shut.
         content = entry_list(*ports(3), entry(name="ge-0/0/4"))

@@ -72,6 +72,7 @@ void StreamTable::Flush() { rows_.PrintNext(out_, palette_); }
 void StreamTable::Finish() {
   Flush();
   legend_.Print(out_);
+  PrintLeftOut(rows_, out_);
   PrintRejections();
   PrintLosses();
 }
@@ -80,6 +81,7 @@ void StreamTable::PrintRejections() {
   if (rejections_.empty()) return;
   out_.Write('\n');
   Table table({">RECORD", "NOT CONVERTED BECAUSE OF", "REASON"});
+  table.FitTerminals();
   for (const Rejection& rejection : rejections_) {
     table.Add({fmt::format("{}", rejection.record), Cell(rejection.verdict.field, Colour::kMagenta),
                RejectionText(rejection.verdict)});

@@ -52,7 +52,7 @@ void KeepFirst(WrongIdentifier& wrong, int index, int values) {
   if (wrong.values == kOctets && values != kOctets) wrong = {index, values};
 }
 
-// What is left to check of a signal in which nothing is missing.
+// Checks a signal in which no required field is missing.
 Verdict CheckComplete(const char* field, pb::ProtocolType protocol, const WrongIdentifier& wrong) {
   Verdict verdict =
       internal::CheckSignalProtocol(field, protocol, pb::ProtocolType_IsValid(protocol), protocol);
@@ -76,13 +76,14 @@ Verdict CheckSignal(const Signal& signal, const char* field, bool has_protocol,
   return complete ? CheckComplete(field, protocol, wrong) : FindMissing(signal);
 }
 
-// The same through reflection, for a DynamicMessage. Its enumerations hold listed values only.
+// The same checks through reflection, for a DynamicMessage, whose enumerations hold only listed
+// values.
 
 const FieldDescriptor& Field(const Message& message, int number) {
   return *message.GetDescriptor()->FindFieldByNumber(number);
 }
 
-// Of a Zorid, or of one that is absent.
+// The number of values of the Zorid in the field; kAbsent if there is none.
 int ValueCount(const Message& message, int number) {
   const FieldDescriptor& zorid = Field(message, number);
   if (internal::CountOf(message, zorid) == 0) return kAbsent;
@@ -130,7 +131,7 @@ Verdict CheckAs(RecordType type, const Message& message) {
 }
 
 Verdict CheckPart(const Message& part) {
-  // Nobody converts the identifier alone.
+  // No converter reads an identifier within another message on its own.
   if (internal::RecordTypeOf(*part.GetDescriptor()) == RecordType::kZorid) return {};
   return Check(part);
 }

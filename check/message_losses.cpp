@@ -24,7 +24,7 @@ using google::protobuf::UnknownField;
 using internal::kOctets;
 using internal::RecordType;
 
-// The way from the whole message to a field. Becomes a text only where something is lost.
+// The path from the whole message to a field. It becomes a text only for a loss.
 struct Path {
   const Path* parent;
   const FieldDescriptor* field;
@@ -78,16 +78,17 @@ zorid_t InterfaceOf(const Message& signal, const FieldDescriptor& intfs, int ind
   return Converted(ValuesOf(internal::MessageAt(element, zorid, 0)));
 }
 
-// What a map makes of the elements of a signal.
+// How a map merges the elements of a signal.
 struct MergedStates {
-  // For each element the last one for its interface. Empty if the elements ascend strictly.
+  // For each element the index of the last one for its interface. Empty if the identifiers ascend
+  // strictly.
   std::vector<int> last;
   bool keeps_order = true;
 };
 
 MergedStates Merge(const Message& signal, const FieldDescriptor& intfs) {
   const int count = internal::CountOf(signal, intfs);
-  // The identifier before; none has the number -1.
+  // The number of the previous identifier, or -1 before the first.
   std::int64_t previous = -1;
   int ascending = 0;
   for (; ascending < count; ++ascending) {
@@ -129,7 +130,7 @@ class UnknownFields {
                      [](const auto* a, const auto* b) { return a->number() < b->number(); });
   }
 
-  // Adds those with a lower number that have not been added.
+  // Adds the fields with a lower number that have not been added yet.
   void AddBelow(int number, std::vector<Loss>& losses) {
     for (; next_ < fields_.size() && fields_[next_]->number() < number; ++next_) {
       std::string field = Text(path_);
@@ -158,7 +159,7 @@ class LossFinder {
       case RecordType::kNone:
         return VisitHolder(message, path);
       case RecordType::kZorid:
-        // In a message without a native record, nobody converts it.
+        // No converter reads an identifier directly in a message without a native record.
         if (path == nullptr) VisitIdentifier(message, nullptr);
         return;
       case RecordType::kShutStateSync:

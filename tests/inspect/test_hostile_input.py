@@ -11,7 +11,7 @@ class HostileInput(ToolTest):
     def test_every_truncation_of_a_list_is_reported_with_its_offset(self):
         whole = wire.entry_list(wire.entry())
         for length in range(1, len(whole)):
-            # Only where the last entry begins does the rest make a whole list.
+            # Without its last entry the list is whole again.
             if whole[:length] == wire.entry_list():
                 continue
             with self.subTest(length):
@@ -55,7 +55,7 @@ class HostileInput(ToolTest):
                       self.file("input", stream),
                       parts=["record 1, offset 0x0"])
 
-    def test_nested_lengths_that_lie_are_rejected(self):
+    def test_false_nested_lengths_are_rejected(self):
         bomb = b""
         for _ in range(2000):
             bomb = wire.text(2, bomb)

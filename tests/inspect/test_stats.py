@@ -18,7 +18,7 @@ class Stats(ToolTest):
         names = ("offset", "path", "found", "expected", "rule")
         return [tuple(bad["problem"][name] for name in names) for bad in report["bad"]]
 
-    def test_entries_are_counted_by_what_they_say(self):
+    def test_entries_are_counted_by_their_values(self):
         stream = wire.delimited(
             wire.entry(category=0, shut=(3, 4), blocks=((4, 1), (12, 0))),
             wire.entry(category=0, shut=(3,), blocks=(), operational=1),
@@ -97,7 +97,7 @@ class Stats(ToolTest):
             "path": "generalInfo", "found": "missing, required by IntfEntry", "expected": None,
             "rule": "required"})
 
-    def test_what_would_end_the_process_is_rejected(self):
+    def test_a_record_that_would_terminate_the_process_is_rejected(self):
         stream = wire.delimited(
             wire.shut_signal(3, ((1, 2, 3, 4), 1), ((1, 2, 3), 1)), wire.shut_signal(10),
             wire.shut_signal(11), wire.shut_signal(0, ((), 0)), wire.shut_signal(3))
@@ -140,7 +140,7 @@ class Stats(ToolTest):
         self.assertEqual(self.problems(report),
                          [(0x7, None, "5000 bytes", "at most 4000 bytes", None)])
 
-    def test_only_so_many_bad_records_are_listed(self):
+    def test_the_list_of_bad_records_is_limited(self):
         stream = wire.delimited(*[b"\xff"] * 50)
         report = self.report(stream, "--list", "3", status=1, type_name="Zorid")
         self.assertEqual((len(report["bad"]), report["unlisted"]), (3, 47))
@@ -169,7 +169,6 @@ class Stats(ToolTest):
     def test_memory_does_not_grow_with_the_stream(self):
         if SANITIZED:
             self.skipTest("AddressSanitizer keeps what is freed, so memory says nothing there")
-        # A tenth of the stream that the promise names.
         few, many = 10000, 500000
         block = wire.delimited(*[wire.entry((0, 0, i // 250, i % 250)) for i in range(1000)])
         peaks = []

@@ -114,11 +114,7 @@ class RoundTripCommand {
   }
 
   std::optional<std::uint64_t> OffsetOf(const Record& record) const {
-    return IsBinary() ? std::optional(record.offset) : std::nullopt;
-  }
-
-  bool IsBinary() const {
-    return input_.form() == InputForm::kWire || input_.form() == InputForm::kHex;
+    return input_.has_offsets() ? std::optional(record.offset) : std::nullopt;
   }
 
   // Repeats the conversion of a single message, so that the figure does not depend on one run.
@@ -143,7 +139,7 @@ class RoundTripCommand {
       summary_.notes += fmt::format(", {} more malformed", summary_.malformed_records);
     }
     if (!any_native_) summary_.notes += "; no native record, parsed and serialized only";
-    if (other_encoding_ > 0 && IsBinary()) {
+    if (other_encoding_ > 0 && input_.has_offsets()) {
       summary_.notes += "; the same fields in another encoding";
       if (input_.delimited()) {
         summary_.notes +=

@@ -11,7 +11,7 @@ constexpr std::size_t kGap = 2;
 // Of what is below a row.
 constexpr std::size_t kIndent = 4;
 
-// In a long table the heading is repeated after so many rows.
+// A long table repeats its heading after so many rows.
 constexpr std::size_t kRowsBelowHeading = 1000;
 
 void Put(std::string& line, bool right, std::size_t column_width, const std::string& text,

@@ -85,6 +85,30 @@ class Lenient(ToolTest):
             done = self.tool("show", content, "--delimited", *options, type_name="IntfEntry")
             self.assertRegex(done.text, r"\n#77 +unknown field +1 +1 +5 ")
 
+    def test_a_damaged_list_is_shown_up_to_the_damage(self):
+        entries = [wire.entry((0, 0, 0, i), name="ge-%d" % i, shut=()) for i in range(1, 6)]
+        cut = wire.entry_list(*entries)[:-60]
+        for options in ((), ("--columns", "id,name")):
+            done = self.tool("show", cut, *options, status=2)
+            self.assertIn("IntfEntryList from %s, up to the damage" % self.path("input"), done.text)
+            self.assertEqual([line.split()[0] for line in done.text.splitlines()
+                              if line.startswith("0.0.0.")], ["0.0.0.%d" % i for i in range(1, 6)])
+            self.assertRegex(done.errors.splitlines()[-1], r"offset 0x[0-9a-f]+: intfEntry\[4\]")
+        done = self.tool("show", cut, "--where", "id=0.0.0.2", status=2)
+        self.assertIn("0.0.0.2 ", done.text)
+        self.assertNotIn("0.0.0.3 ", done.text)
+        # A program would take a part for the whole.
+        for options in (("--json",), ("--output", "hex"), ("--strict",)):
+            self.assertEqual(self.tool("show", cut, *options, status=2).text, "")
+        done = self.tool("summary", cut, status=2)
+        self.assertRegex(done.text, r"IntfEntryList, 5 entries\n")
+        self.assertRegex(done.text, r"\nmalformed 1: offset 0x")
+        # The other files are shown, too.
+        good = self.file("good.pb", wire.entry_list(wire.entry((0, 0, 0, 9))))
+        done = self.run_tool("show", "--type", "IntfEntryList", self.file("cut.pb", cut), good,
+                             status=2)
+        self.assertIn("0.0.0.9 ", done.text)
+
     def test_forms_without_a_conversion_have_everything(self):
         content = wire.entry_list(wire.entry(), INCOMPLETE)
         got = json.loads(self.tool("show", content, "--json").text)

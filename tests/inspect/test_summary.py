@@ -82,6 +82,18 @@ class Summary(ToolTest):
         self.assertIn("\nshut      3: LACP 3 (swp5/uplink-rack-05, ...), "
                       "LFD 1 (swp33/uplink-rack-33)\n", text)
 
+    def test_ports_whose_names_give_no_picture_are_counted(self):
+        apart = [entry((0, 0, 0, i), name="swp%d/rack-%d" % (i, i), shut=()) for i in range(1, 9)]
+        lines = self.run_tool("summary", "--type", "IntfEntryList", "-", given=entry_list(*apart),
+                              env={"LC_ALL": "C"}).text.splitlines()
+        self.assertEqual(lines[-2:], ["", ". disabled 8  not drawn 8"])
+        unnumbered = [entry(name="uplink", shut=()), entry(name="ge-1", shut=())]
+        lines = self.run_tool("summary", "--type", "IntfEntryList", "-",
+                              given=entry_list(*unnumbered), env={"LC_ALL": "C"}).text.splitlines()
+        self.assertEqual(lines[-2:], ["ge-1  .", ". disabled 1  not drawn 1"])
+        got = self.report(entry_list(*unnumbered))
+        self.assertEqual((len(got["ports"]), got["ports_left_out"]), (1, 1))
+
     def test_ports_are_drawn_odd_above_even(self):
         # The ports are disabled, but number 4 is shut.
         content = entry_list(*ports(3), entry(name="ge-0/0/4"))

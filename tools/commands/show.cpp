@@ -65,6 +65,7 @@ class Show {
 
   int Run() {
     const std::unique_ptr<Message> message = NewMessage(input_.type());
+    reader_.OnDamage([&](const Record& damaged, const Problem&) { ShowPart(damaged, *message); });
     Record record;
     while (reader_.Next(record, *message)) {
       if (!filter_.Apply(message.get())) continue;
@@ -127,6 +128,18 @@ class Show {
     }
   }
 
+  // What the parser has read of a single message before the damage. A program would take it for the
+  // whole message, so only the table has it.
+  void ShowPart(const Record& record, Message& message) {
+    std::vector<const google::protobuf::FieldDescriptor*> fields;
+    message.GetReflection()->ListFields(message, &fields);
+    if (input_.delimited() || strict_ || form_ != "table" || fields.empty()) return;
+    if (!filter_.Apply(&message)) return;
+    is_part_ = true;
+    ShowRecord(message, record);
+    output_.Flush();
+  }
+
   void ShowColumns(const Message& message, const Record& record) {
     const std::vector<EntryRow> rows = columns_->Rows(message);
     if (input_.delimited()) {
@@ -157,6 +170,7 @@ class Show {
     if (input_.delimited()) {
       title += fmt::format(", record {}, offset {:#x}", record.number, record.offset);
     }
+    if (is_part_) title += ", up to the damage";
     return title;
   }
 
@@ -172,6 +186,7 @@ class Show {
   Filter filter_;
   std::optional<Columns> columns_;
   bool shown_ = false;
+  bool is_part_ = false;
 };
 
 }  // namespace
@@ -226,7 +241,14 @@ void AddShowCommand(CLI::App& app, int& status) {
   command->callback([arguments, &status] {
     for (const std::string& file : arguments->files) {
       arguments->input.file = file;
-      status = std::max(status, Show(*arguments).Run());
+      try {
+        status = std::max(status, Show(*arguments).Run());
+      } catch (const Error& error) {
+        // The other files may be good.
+        if (arguments->files.size() == 1 || arguments->strict) throw;
+        PrintError(error.what());
+        status = kExitError;
+      }
     }
   });
 }

@@ -89,9 +89,10 @@ class Summary {
     if (problem) {
       ++report_.unreadable;
       if (!report_.first_unreadable) report_.first_unreadable = problem;
-    } else if (filter_.Apply(&message)) {
-      report_.list.Add(message);
+      // A single message is summarised up to the damage.
+      if (input_.delimited()) return;
     }
+    if (filter_.Apply(&message)) report_.list.Add(message);
   }
 
   void Refresh() {

@@ -130,6 +130,7 @@ void PrintSummaryAsJson(const SummaryReport& report, Output& out) {
   WriteExamples(json, "rejected", list.rejected);
   WriteProblem("first_rejection", list.first_rejection, json);
   WritePorts(json, list.panel);
+  json.Member("ports_left_out", list.panel.without_place());
   json.EndObject();
 }
 

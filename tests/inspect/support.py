@@ -19,7 +19,7 @@ SANITIZED = os.environ.get("ZORL2_SANITIZED") == "1"
 PATIENCE = 60
 
 
-def _limit(megabytes):
+def limit_memory(megabytes):
     if SANITIZED:
         return
     resource.setrlimit(resource.RLIMIT_AS, (megabytes << 20, megabytes << 20))
@@ -91,7 +91,7 @@ class ToolTest(unittest.TestCase):
         and standard error: no crash, no sanitizer report, no stack trace."""
         done = subprocess.run(
             [TOOL, *arguments], input=given, capture_output=True,
-            timeout=seconds * (10 if SANITIZED else 1), preexec_fn=lambda: _limit(megabytes),
+            timeout=seconds * (10 if SANITIZED else 1), preexec_fn=lambda: limit_memory(megabytes),
             env=None if env is None else {**os.environ, **env})
         done.text = done.stdout.decode(errors="replace")
         done.errors = done.stderr.decode(errors="replace")

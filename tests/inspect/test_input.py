@@ -232,7 +232,7 @@ class Input(ToolTest):
                 ('{"value": [1]', "line 1, column 14", "the end"),
                 ('{"value": "1.2.3.4"}', "line 1, column 11", '"1.2.3.4" (expected an array)'),
                 ('[{"value": [1]}] {}', "line 1, column 18", "expected the end of the text"),
-                ('{"value": [1]} {}', "2 messages (expected one message)"),
+                ('{"value": [1]} {}', "2 messages (expected one message; "),
                 ('{"value": [1, 4294967296]}', "line 1, column 15", "value[1]")):
             with self.subTest(text):
                 self.rejected("show", "--input", "json", "--type", "Zorid",

@@ -11,6 +11,7 @@
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/input/files.h"
 #include "tools/input/message_text.h"
 #include "tools/model/message_forms.h"
 #include "tools/text/error.h"

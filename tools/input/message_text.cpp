@@ -188,7 +188,8 @@ std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor&
   if (!input.json) return ReadText(input, type, missing);
   Messages messages = ReadJsonMessages(input, type, missing);
   if (messages.size() != 1) {
-    throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
+    throw Error(input.file, fmt::format("{} messages", messages.size()),
+                "one message; --delimited reads one from each line");
   }
   std::unique_ptr<Message> message = std::move(messages.front());
   return message;

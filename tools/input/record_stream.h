@@ -51,7 +51,8 @@ class RecordStream {
   std::string_view Unread() const { return {buffer_.data() + begin_, end_ - begin_}; }
   // Makes at least so many bytes available after begin_, unless the stream ends before.
   bool Want(std::size_t count);
-  // Reads what is there into the buffer; waits if there is nothing. Sets at_end_ at the end.
+  // Reads the available bytes into the buffer, and waits for some if there are none. Sets at_end_
+  // at the end.
   void Fill();
   Status NextLine(std::string_view* line);
   // Skips the rest of a line that is too long.

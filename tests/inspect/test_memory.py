@@ -1,4 +1,4 @@
-"""Memory: it runs out as an ordinary error, and it does not grow with a stream."""
+"""Memory: an allocation failure is an ordinary error, and memory does not grow with a stream."""
 
 import os
 import subprocess

@@ -92,6 +92,19 @@ class Terminal(ToolTest):
         self.assertEqual(lines[2].split()[1:6], ["PARENT", "CATEGORY", "LINK", "SPEED", "MTU"])
         self.assertIn("    not kept: generalInfo.bridge_port_number", lines)
 
+    def test_types_and_bad_records_fit(self):
+        lines = self.plain("types")
+        self.assertLessEqual(max(map(len, lines)), 80)
+        self.assertIn("        absent -> 0.0.0.0; 3 values -> 0.0.0.0", lines)
+        text = self.run_tool("types").text
+        self.assertRegex(text, r"parent +absent -> 0\.0\.0\.0; 3 values -> 0\.0\.0\.0\n")
+        stream = self.file("bad.pbs", wire.delimited(wire.entry(), wire.entry(category=9)))
+        lines = self.plain("stats", "--type", "IntfEntry", stream)
+        self.assertLessEqual(max(map(len, lines)), 80)
+        at = next(i for i, line in enumerate(lines) if line.startswith("record 2, "))
+        self.assertTrue(lines[at + 1].startswith("    "), lines)
+        self.assertTrue(lines[at + 1].endswith(" IntfEntry [required]"), lines)
+
     def test_the_client_of_a_list_is_wrapped(self):
         lines = self.plain("show", "--type", "IntfEntryList",
                            self.file("list.pb", wire.entry_list(wire.entry(), token="t" * 40)))

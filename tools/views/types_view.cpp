@@ -113,9 +113,10 @@ void PrintMessage(const Descriptor& type, const Palette& paint, Output& out) {
 
 void PrintEnum(const EnumDescriptor& type, const Palette& paint, Output& out) {
   const std::string native = NativeEnumName(type);
-  out.Print("\n{}  {}\n", paint(Colour::kBold, type.name()),
-            paint(Colour::kFaint, fmt::format("({}; native {})", type.file()->name(),
-                                              native.empty() ? "enumeration: none" : native)));
+  out.Print("\n{}", paint(Colour::kBold, type.name()));
+  PrintRemark(fmt::format("({}; native {})", type.file()->name(),
+                          native.empty() ? "enumeration: none" : native),
+              Colour::kFaint, type.name().size(), paint, out);
   out.Print("  {:>4}  {:>6}  {}\n", "wire", "native", "name");
   for (int i = 0; i < type.value_count(); ++i) {
     const EnumValueDescriptor& value = *type.value(i);

@@ -15,7 +15,6 @@ namespace {
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;
-using google::protobuf::UnknownField;
 using zorl2::check::Loss;
 using zorl2::check::LossKind;
 

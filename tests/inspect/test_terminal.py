@@ -105,6 +105,17 @@ class Terminal(ToolTest):
         self.assertTrue(lines[at + 1].startswith("    "), lines)
         self.assertTrue(lines[at + 1].endswith(" IntfEntry [required]"), lines)
 
+    def test_rejections_in_a_diff_fit(self):
+        before = self.file("before.pb", wire.entry_list(wire.entry()))
+        after = self.file("after.pb", wire.entry_list(wire.entry(category=9)))
+        lines = [line for line in self.plain("diff", "--type", "IntfEntryList", before, after)
+                 if not line.startswith(("zorl2-inspect: ", "---", "+++"))]
+        self.assertLessEqual(max(map(len, lines)), 80)
+        at = lines.index('~ 0.0.0.7 "ge-0/0/7": changed')
+        self.assertEqual(lines[at + 1], "    !! intfCategory: unlisted value 9 (listed: 0 to 4), "
+                         "required by IntfEntry")
+        self.assertEqual(lines[at + 2], "    [required]")
+
     def test_the_client_of_a_list_is_wrapped(self):
         lines = self.plain("show", "--type", "IntfEntryList",
                            self.file("list.pb", wire.entry_list(wire.entry(), token="t" * 40)))

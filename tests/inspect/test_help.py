@@ -62,6 +62,25 @@ class Help(ToolTest):
                           self.run_tool(command, "/nonexistent", status=2).errors)
             self.run_tool(command, "/", status=2)
 
+    def test_wrong_arguments_say_what_was_found_and_expected(self):
+        for arguments, text in (
+                (("show", "--typ", "Zorid", "x"), 'show: "--typ" (expected --type)'),
+                (("diff", "a", "b", "c"), 'diff: "c" (expected no further argument)'),
+                (("show", "--output", "tabel", "x"), 'show: --output: "tabel" (expected table, '
+                 "json, text, native, wire, hex)"),
+                (("stats", "--list", "x", "y"),
+                 'stats: --list: "x" (expected a whole number)'),
+                (("explain", "--width", "-3", "x"),
+                 'explain: --width: "-3" (expected a whole number)'),
+                (("stats", "--longest", "0", "x"), 'stats: --longest: "0" (expected a whole number '
+                 "from 1 to 1073741824)"),
+                (("show",), 'show: FILE is required (see "zorl2-inspect show --help")'),
+                ((), "no command (expected one of snapshot, show, roundtrip, types, "
+                 "encode, diff, explain, stats, summary)")):
+            with self.subTest(arguments):
+                self.assertEqual(self.run_tool(*arguments, status=2).errors,
+                                 "zorl2-inspect: %s\n" % text)
+
     def test_a_misspelled_command_is_suggested(self):
         for word, suggestion in (("shwo", '"show"'), ("expalin", '"explain"'), ("dif", '"diff"'),
                                  ("Stats", '"stats"'), ("snapshto", '"snapshot"')):

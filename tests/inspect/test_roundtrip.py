@@ -130,6 +130,14 @@ class RoundTrip(ToolTest):
         self.assertIs(found["collecting"]["new"], False)
         self.assertEqual(found["token"]["new"], 0)
 
+    def test_masses_of_unknown_fields_next_to_a_rejection_are_one_difference(self):
+        many = wire.entry((0, 0, 0, 8), extra=wire.number(77, 5) * 1500)
+        found = self.differences(wire.entry_list(wire.entry(category=9), many), "--type",
+                                 "IntfEntryList")
+        self.assertEqual([(path, one["old"], one["field_offset"]) for path, one in found.items()
+                          if one["reason"] == "unknown field"],
+                         [("intfEntry[1].#...", "1500 fields", None)])
+
     def test_json_of_a_signal_has_the_state_that_is_lost(self):
         signal = wire.shut_signal(3, ((0, 0, 0, 2), 1), ((0, 0, 0, 1), 1), ((0, 0, 0, 2), 0))
         found = self.differences(signal, "--type", "ShutStateSync")

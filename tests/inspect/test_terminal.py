@@ -93,6 +93,30 @@ class Terminal(ToolTest):
         self.assertEqual(lines[2].split()[1:6], ["PARENT", "CATEGORY", "LINK", "SPEED", "MTU"])
         self.assertIn("    not kept: generalInfo.bridge_port_number", lines)
 
+    def test_types_and_bad_records_fit(self):
+        lines = self.plain("types")
+        self.assertLessEqual(max(map(len, lines)), 80)
+        self.assertIn("        absent -> 0.0.0.0; 3 values -> 0.0.0.0", lines)
+        text = self.run_tool("types").text
+        self.assertRegex(text, r"parent +absent -> 0\.0\.0\.0; 3 values -> 0\.0\.0\.0\n")
+        stream = self.file("bad.pbs", wire.delimited(wire.entry(), wire.entry(category=9)))
+        lines = self.plain("stats", "--type", "IntfEntry", stream)
+        self.assertLessEqual(max(map(len, lines)), 80)
+        at = next(i for i, line in enumerate(lines) if line.startswith("record 2, "))
+        self.assertTrue(lines[at + 1].startswith("    "), lines)
+        self.assertTrue(lines[at + 1].endswith(" IntfEntry [required]"), lines)
+
+    def test_rejections_in_a_diff_fit(self):
+        before = self.file("before.pb", wire.entry_list(wire.entry()))
+        after = self.file("after.pb", wire.entry_list(wire.entry(category=9)))
+        lines = [line for line in self.plain("diff", "--type", "IntfEntryList", before, after)
+                 if not line.startswith(("zorl2-inspect: ", "---", "+++"))]
+        self.assertLessEqual(max(map(len, lines)), 80)
+        at = lines.index('~ 0.0.0.7 "ge-0/0/7": changed')
+        self.assertEqual(lines[at + 1], "    !! intfCategory: unlisted value 9 (listed: 0 to 4), "
+                         "required by IntfEntry")
+        self.assertEqual(lines[at + 2], "    [required]")
+
     def test_the_client_of_a_list_is_wrapped(self):
         lines = self.plain("show", "--type", "IntfEntryList",
                            self.file("list.pb", wire.entry_list(wire.entry(), token="t" * 40)))

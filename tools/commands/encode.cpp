@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/commands/arguments.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/input/files.h"
@@ -73,7 +74,7 @@ void AddEncodeCommand(CLI::App& app, int& status) {
       ->type_name("");
   AddTypeOption(*command, arguments->type);
   command->add_option("--input", arguments->form, "Set the form of the input; inferred if omitted")
-      ->check(CLI::IsMember({"json", "text"}))
+      ->check(OneOf({"json", "text"}))
       ->type_name("FORM");
   command->add_flag("--delimited", arguments->delimited,
                     "Write a length-prefixed stream; JSON may then contain several messages, in an "

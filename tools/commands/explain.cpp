@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "tools/commands/arguments.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/model/check_text.h"
@@ -121,9 +122,10 @@ void AddExplainCommand(CLI::App& app, int& status) {
           "--width", arguments->width,
           "Fit lines into so many columns, 0 for any number; if omitted, those of the terminal, "
           "elsewhere any number")
-      ->check(CLI::NonNegativeNumber)
+      ->check(WholeNumber())
       ->type_name("COLUMNS");
   command->add_option("--bytes", arguments->bytes, "Print so many bytes of one field")
+      ->check(WholeNumber())
       ->capture_default_str()
       ->type_name("N");
   AddColourOption(*command, arguments->colour);

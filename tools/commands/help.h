@@ -1,7 +1,7 @@
 // The layout of --help.
 #pragma once
 
-#include <CLI/FormatterFwd.hpp>
+#include <CLI/App.hpp>
 #include <memory>
 
 namespace zorl2_inspect {

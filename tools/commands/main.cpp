@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/commands/arguments.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/help.h"
 #include "tools/text/error.h"
@@ -100,7 +101,8 @@ int Run(int argc, char** argv) {
     if (argc > 1 && *argv[1] != '-' && !IsCommand(app, argv[1])) {
       throw Error(fmt::format("\"{}\"", argv[1]), "no command", Suggestion(app, argv[1]));
     }
-    PrintError(fmt::format("{} (see --help)", error.what()));
+    PrintError(argc == 1 ? fmt::format("no command (expected {})", Suggestion(app, ""))
+                         : ArgumentErrorText(app, error));
     return kExitError;
   }
   return status;

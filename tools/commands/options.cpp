@@ -7,6 +7,7 @@
 #include <CLI/Validators.hpp>
 #include <map>
 
+#include "tools/commands/arguments.h"
 #include "tools/input/waiting.h"
 #include "tools/text/error.h"
 
@@ -27,7 +28,7 @@ void AddReadingOptions(CLI::App& command, InputOptions& options) {
       .add_option_function<std::string>(
           "--input", [&options](const std::string& name) { options.form = forms.at(name); },
           "Set the form of the input; inferred if omitted")
-      ->check(CLI::IsMember({"wire", "hex", "json", "text"}))
+      ->check(OneOf({"wire", "hex", "json", "text"}))
       ->type_name("FORM");
   command.add_flag("--delimited", options.delimited,
                    "Read a stream: each message after its length as a varint, or as JSON on a line "
@@ -81,7 +82,7 @@ void NoteNothingSelected(const std::string& name, const Filter& filter) {
 void AddColourOption(CLI::App& command, std::string& when) {
   command
       .add_option("--color", when, "Use colours; auto does on a terminal, unless NO_COLOR is set")
-      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->check(OneOf({"auto", "always", "never"}))
       ->capture_default_str()
       ->type_name("WHEN");
 }

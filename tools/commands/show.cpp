@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "check/check.h"
+#include "tools/commands/arguments.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/input/message_reader.h"
@@ -206,7 +207,7 @@ void AddShowCommand(CLI::App& app, int& status) {
   command
       ->add_option("--output", arguments->output,
                    "Set the form of the output; native are the native records")
-      ->check(CLI::IsMember({"table", "json", "text", "native", "wire", "hex"}))
+      ->check(OneOf({"table", "json", "text", "native", "wire", "hex"}))
       ->capture_default_str()
       ->type_name("FORM");
   command->add_flag("--json", arguments->json,

@@ -8,6 +8,7 @@
 
 #include "convert/info_client_config_converter.h"
 #include "convert/intf_entry_converter.h"
+#include "tools/commands/arguments.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/model/message_forms.h"
@@ -68,7 +69,7 @@ void AddSnapshotCommand(CLI::App& app, int& status) {
   command
       ->add_option("--output", arguments->form,
                    "Set the form of the output; if omitted, json on a terminal, else wire")
-      ->check(CLI::IsMember({"wire", "json", "text", "hex"}))
+      ->check(OneOf({"wire", "json", "text", "hex"}))
       ->type_name("FORM");
   AddForceOption(*command, arguments->force);
   command->footer(

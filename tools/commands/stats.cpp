@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/commands/arguments.h"
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/model/filter.h"
@@ -139,12 +140,13 @@ void AddStatsCommand(CLI::App& app, int& status) {
   AddWhereOption(*command, arguments->where);
   command->add_flag("--json", arguments->json, "Print JSON; text by default");
   command->add_option("--list", arguments->listed, "List so many records that are not good")
+      ->check(WholeNumber())
       ->capture_default_str()
       ->type_name("N");
   command
       ->add_option("--longest", arguments->input.longest,
                    "Skip records of more bytes than this, and count them as malformed")
-      ->check(CLI::Range(std::size_t{1}, std::size_t{1} << 30))
+      ->check(WholeNumber(1, std::size_t{1} << 30))
       ->capture_default_str()
       ->type_name("BYTES");
   command->footer(

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "tools/model/check_text.h"
@@ -22,6 +23,7 @@ using zorl2::check::Verdict;
 
 // If there are more unknown fields, FindLossesBriefly() only counts them.
 constexpr std::size_t kMostUnknown = 1000;
+constexpr std::string_view kSummary = "#...";
 
 }  // namespace
 
@@ -35,8 +37,15 @@ std::vector<Loss> FindLossesBriefly(const Message& message) {
   const auto place = std::find_if(losses.begin(), losses.end(), [](const Loss& loss) {
     return loss.kind == LossKind::kDefaulted;
   });
-  losses.insert(place, {LossKind::kUnknownField, "#...", fmt::format("{} fields", unknown), ""});
+  losses.insert(place, {LossKind::kUnknownField, std::string(kSummary),
+                        fmt::format("{} fields", unknown), ""});
   return losses;
+}
+
+bool IsSummary(const Loss& loss) {
+  const std::string_view field = loss.field;
+  return field.size() >= kSummary.size() &&
+         field.substr(field.size() - kSummary.size()) == kSummary;
 }
 
 Findings FindAll(const Message& message) {

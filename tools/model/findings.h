@@ -21,5 +21,7 @@ Findings FindAll(const google::protobuf::Message& message);
 // Like zorl2::check::FindLosses(), but reports very many unknown fields as one loss with their
 // number, to bound the memory.
 std::vector<zorl2::check::Loss> FindLossesBriefly(const google::protobuf::Message& message);
+// Whether the loss is of that kind.
+bool IsSummary(const zorl2::check::Loss& loss);
 
 }  // namespace zorl2_inspect

@@ -36,6 +36,18 @@ void Output::Fail(int error) const {
               fmt::format("cannot write: {}", std::strerror(error)));
 }
 
+void Output::WriteWrapped(std::string_view text, std::size_t indent) {
+  const std::size_t first = width_ == 0 ? text.size() + 1 : width_;
+  const std::size_t rest = first > 2 * indent ? first - indent : first;
+  bool later = false;
+  for (const std::string& line : Wrap(text, first, rest)) {
+    if (later) Write(std::string(first - rest, ' '));
+    Write(line);
+    Write('\n');
+    later = true;
+  }
+}
+
 void Output::RejectTerminal(bool forced) const {
   if (forced || stream_ == nullptr || isatty(fileno(stream_)) != 1) return;
   throw Error(file_ == "-" ? "standard output" : file_, "a terminal",

@@ -42,6 +42,9 @@ class Output {
   // The number of columns of the terminal; 0 if the output is none.
   std::size_t width() const { return width_; }
 
+  // Writes the text in lines that fit into the terminal, the later ones indented; elsewhere in one.
+  void WriteWrapped(std::string_view text, std::size_t indent);
+
   // Throws if the output is a terminal, which wire bytes would disturb, unless forced.
   void RejectTerminal(bool forced) const;
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kGap = 2;
 // Of what is below a row.
-constexpr std::size_t kIndent = 4;
+constexpr std::size_t kBelow = 4;
 
 // A long table repeats its heading after so many rows.
 constexpr std::size_t kRowsBelowHeading = 1000;
@@ -121,9 +121,9 @@ void Table::PrintRows(Output& out, const Palette& palette) const {
 
 void Table::PrintBelow(const Cell& cell, Output& out, const Palette& palette) const {
   if (cell.text.empty()) return;
-  const std::size_t room = std::max(out.width(), 2 * kIndent) - kIndent;
+  const std::size_t room = std::max(out.width(), 2 * kBelow) - kBelow;
   for (const std::string& line : Wrap(cell.text, room, room)) {
-    out.Print("{:{}}{}\n", "", kIndent, palette(cell.colour, line));
+    out.Print("{:{}}{}\n", "", kBelow, palette(cell.colour, line));
   }
 }
 

@@ -17,6 +17,8 @@
 #include "tools/model/text_changes.h"
 #include "tools/text/error.h"
 #include "tools/text/quoting.h"
+#include "tools/text/table.h"
+#include "tools/text/wrap.h"
 #include "tools/views/problem_json.h"
 
 namespace zorl2_inspect {
@@ -78,12 +80,24 @@ std::optional<Problem> RejectionIn(const Message* element) {
   return RejectionOf(verdict);
 }
 
-void PrintRejection(const ElementChange& change, const Palette& paint, Output& out) {
+// After the head of the change, which has so many characters, or below it if a terminal has no room
+// there.
+void PrintRejections(const ElementChange& change, std::size_t used, const Palette& paint,
+                     Output& out) {
+  constexpr std::size_t kBelowHead = 4;
   const auto print = [&](const Message* element, const char* when) {
     const std::optional<Problem> rejection = RejectionIn(element);
     if (!rejection) return;
-    out.Print("{}",
-              paint(Colour::kMagenta, fmt::format("  !! {}{}", when, ProblemText(*rejection))));
+    const std::string text = fmt::format("!! {}{}", when, ProblemText(*rejection));
+    used += 2 + Width(text);
+    if (out.width() == 0 || used <= out.width()) {
+      out.Print("  {}", paint(Colour::kMagenta, text));
+      return;
+    }
+    const std::size_t room = std::max(out.width(), 2 * kBelowHead) - kBelowHead;
+    for (const std::string& line : Wrap(text, room, room)) {
+      out.Print("\n{:{}}{}", "", kBelowHead, paint(Colour::kMagenta, line));
+    }
   };
   if (change.kind != Kind::kRemoved) print(change.after, "");
   if (change.kind != Kind::kAdded) print(change.before, change.after == nullptr ? "" : "before: ");
@@ -228,9 +242,10 @@ void ChangesView::PrintChange(const ElementChange& change) {
   const Message& shown = change.after != nullptr ? *change.after : *change.before;
   const std::string head = fmt::format("{} {}{}: {}", kMarks[static_cast<int>(change.kind)],
                                        change.key, NameOf(shown), KindName(change.kind));
-  out_.Print("{}", paint_(ColourOf(change.kind), head));
-  if (change.kind != Kind::kChanged) out_.Print(" ({})", Summary(shown));
-  PrintRejection(change, paint_, out_);
+  const std::string summary =
+      change.kind == Kind::kChanged ? "" : fmt::format(" ({})", Summary(shown));
+  out_.Print("{}{}", paint_(ColourOf(change.kind), head), summary);
+  PrintRejections(change, Width(head) + Width(summary), paint_, out_);
   out_.Print("\n");
   for (const FieldChange& field : change.fields) {
     if (IsLong(field)) {

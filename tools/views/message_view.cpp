@@ -20,7 +20,6 @@
 #include "tools/text/error.h"
 #include "tools/text/quoting.h"
 #include "tools/text/table.h"
-#include "tools/text/wrap.h"
 #include "tools/views/entry_table.h"
 
 namespace zorl2_inspect {
@@ -73,6 +72,7 @@ void PrintRejections(const std::vector<Verdict>& rejections, const Filter& filte
 void PrintLosses(const std::vector<Loss>& losses, const Filter& filter, Output& out,
                  const Palette& palette) {
   Table table({"NOT KEPT BY THE NATIVE RECORD", "MESSAGE", "BACK FROM NATIVE", "REASON"});
+  table.FitTerminals();
   std::size_t defaults = 0;
   for (const Loss& loss : losses) {
     defaults += loss.kind == LossKind::kDefaulted ? 1 : 0;
@@ -119,8 +119,7 @@ void PrintList(const pb::IntfEntryList& list, const std::string& title, const Fi
                   PresentValue(client, *client.GetDescriptor()->FindFieldByNumber(
                                            pb::InformationClient::kProtocolTypeFieldNumber)),
                   Quoted(client.token(), 40), Categories(client.intfcategory()));
-  const std::size_t width = out.width() == 0 ? text.size() + 1 : out.width();
-  for (const std::string& line : Wrap(text, width, width)) out.Print("{}\n", line);
+  out.WriteWrapped(text, 0);
   out.Write('\n');
   Table table = EntryTable();
   Legend legend;

@@ -4,6 +4,7 @@
 
 #include "tools/model/field_path.h"
 #include "tools/model/field_text.h"
+#include "tools/model/findings.h"
 #include "tools/model/message_forms.h"
 #include "tools/model/value_text.h"
 #include "tools/wire/wire_find.h"
@@ -15,7 +16,6 @@ namespace {
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using google::protobuf::Reflection;
-using google::protobuf::UnknownField;
 using zorl2::check::Loss;
 using zorl2::check::LossKind;
 
@@ -50,14 +50,14 @@ void RoundTripValues::WriteUnknown(const Loss& loss, JsonWriter& json) {
                      [](const auto* a, const auto* b) { return a->number() < b->number(); });
   }
   Unknown& unknown = place->second;
-  // Masses of unknown fields are one loss with their number.
-  const bool is_one = loss.field.compare(loss.field.rfind('#') + 1, std::string::npos, "...") != 0;
-  if (!is_one || unknown.next >= unknown.fields.size()) return json.Value(loss.before);
+  if (unknown.next >= unknown.fields.size()) return json.Value(loss.before);
   WriteJsonValue(*unknown.fields[unknown.next++], json);
 }
 
 void RoundTripValues::WriteBefore(const Loss& loss, JsonWriter& json) {
   if (loss.kind == LossKind::kDefaulted) return json.Null();
+  // Masses of unknown fields are one loss with their number.
+  if (IsSummary(loss)) return json.Value(loss.before);
   if (loss.kind == LossKind::kUnknownField) return WriteUnknown(loss, json);
   if (IsIdentifier(message_)) return WriteIdentifier(message_, json);
   const FieldPath path(*message_.GetDescriptor(), loss.field);

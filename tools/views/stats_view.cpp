@@ -18,6 +18,9 @@ std::string Grouped(std::uint64_t number) {
   return digits;
 }
 
+// Of the later lines of a bad record.
+constexpr std::size_t kLaterLines = 4;
+
 double PerSecond(std::uint64_t count, double seconds) {
   return seconds > 0 ? static_cast<double>(count) / seconds : 0;
 }
@@ -61,8 +64,10 @@ void StatsView::Begin(const std::string& name, const std::string& type) {
 void StatsView::Bad(const BadRecord& bad) {
   if (++bad_ > listed_) return;
   if (!as_json_) {
-    out_.Print("record {}, offset {:#x}, {} bytes: {}: {}\n", bad.number, bad.offset, bad.size,
-               OutcomeName(bad.outcome), ProblemText(bad.problem));
+    out_.WriteWrapped(
+        fmt::format("record {}, offset {:#x}, {} bytes: {}: {}", bad.number, bad.offset, bad.size,
+                    OutcomeName(bad.outcome), Printable(ProblemText(bad.problem))),
+        kLaterLines);
     return;
   }
   json_.BeginObject();

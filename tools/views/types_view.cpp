@@ -4,6 +4,7 @@
 #include <google/protobuf/descriptor.h>
 #include <strings.h>
 
+#include <algorithm>
 #include <cstdint>
 
 #include "interface_entry.pb.h"
@@ -13,6 +14,7 @@
 #include "tools/model/native_enums.h"
 #include "tools/model/native_types.h"
 #include "tools/text/json_writer.h"
+#include "tools/text/wrap.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -72,24 +74,49 @@ std::string NativeLine(const Descriptor& type) {
   return fmt::format("native record {}, by {}", record, native->converter);
 }
 
+// After what is already on the line, or below it if the terminal has no room there.
+void PrintRemark(const std::string& remark, Colour colour, std::size_t used, const Palette& paint,
+                 Output& out) {
+  constexpr std::size_t kRemarkIndent = 8;
+  if (out.width() == 0 || used + 2 + remark.size() <= out.width()) {
+    out.Print("  {}\n", paint(colour, remark));
+    return;
+  }
+  out.Write('\n');
+  const std::size_t room = std::max(out.width(), 2 * kRemarkIndent) - kRemarkIndent;
+  for (const std::string& line : Wrap(remark, room, room)) {
+    out.Print("{:{}}{}\n", "", kRemarkIndent, paint(colour, line));
+  }
+}
+
 void PrintMessage(const Descriptor& type, const Palette& paint, Output& out) {
-  out.Print("\n{}  {}\n", paint(Colour::kBold, type.name()),
-            paint(Colour::kFaint, fmt::format("({}; {})", type.file()->name(), NativeLine(type))));
+  out.Print("\n{}", paint(Colour::kBold, type.name()));
+  PrintRemark(fmt::format("({}; {})", type.file()->name(), NativeLine(type)), Colour::kFaint,
+              type.name().size(), paint, out);
   for (int i = 0; i < type.field_count(); ++i) {
     const FieldDescriptor& field = *type.field(i);
     const std::string remark = FieldEffects(field);
-    out.Print("  {:>3}  {:<8}  {:<20}  {}", field.number(), LabelName(field),
-              TypeName(field) + (field.is_packed() ? " packed" : ""),
-              remark.empty() ? field.name() : fmt::format("{:<26}", field.name()));
-    out.Print("{}\n", remark.empty() ? "" : "  " + paint(Colour::kYellow, remark));
+    const std::string line =
+        fmt::format("  {:>3}  {:<8}  {:<20}  {}", field.number(), LabelName(field),
+                    TypeName(field) + (field.is_packed() ? " packed" : ""), field.name());
+    if (remark.empty()) {
+      out.Print("{}\n", line);
+      continue;
+    }
+    constexpr std::size_t kRemark = 65;
+    const std::size_t used = std::max(line.size(), kRemark);
+    const bool fits = out.width() == 0 || used + 2 + remark.size() <= out.width();
+    out.Print("{:<{}}", line, fits ? kRemark : 0);
+    PrintRemark(remark, Colour::kYellow, used, paint, out);
   }
 }
 
 void PrintEnum(const EnumDescriptor& type, const Palette& paint, Output& out) {
   const std::string native = NativeEnumName(type);
-  out.Print("\n{}  {}\n", paint(Colour::kBold, type.name()),
-            paint(Colour::kFaint, fmt::format("({}; native {})", type.file()->name(),
-                                              native.empty() ? "enumeration: none" : native)));
+  out.Print("\n{}", paint(Colour::kBold, type.name()));
+  PrintRemark(fmt::format("({}; native {})", type.file()->name(),
+                          native.empty() ? "enumeration: none" : native),
+              Colour::kFaint, type.name().size(), paint, out);
   out.Print("  {:>4}  {:>6}  {}\n", "wire", "native", "name");
   for (int i = 0; i < type.value_count(); ++i) {
     const EnumValueDescriptor& value = *type.value(i);
@@ -114,16 +141,18 @@ void PrintSpeeds(const Palette& paint, Output& out) {
             paint(Colour::kFaint, "(native/intf_entry.h; kbit/s in 32 bits)"));
   out.Print("  {:>4}  {:>14}  {}\n", "wire", "kbit/s", "name");
   for (const auto& [speed, kbps] : speedKbpsTable) {
-    out.Print("  {:>4}  {:>14}  {}", static_cast<int>(speed), kbps,
-              pb::EthernetSpeed_Name(static_cast<pb::EthernetSpeed>(speed)));
+    const std::string line =
+        fmt::format("  {:>4}  {:>14}  {}", static_cast<int>(speed), kbps,
+                    pb::EthernetSpeed_Name(static_cast<pb::EthernetSpeed>(speed)));
+    out.Write(line);
     const std::uint64_t nominal = NominalKbps(speed);
-    if (nominal != kbps) {
-      out.Print("  {}",
-                paint(Colour::kYellow,
-                      fmt::format("wrapped: {} needs more than 32 bits; {} modulo 2^32 is {}",
-                                  nominal, nominal, kbps)));
+    if (nominal == kbps) {
+      out.Write('\n');
+      continue;
     }
-    out.Print("\n");
+    PrintRemark(fmt::format("wrapped: {} needs more than 32 bits; {} modulo 2^32 is {}", nominal,
+                            nominal, kbps),
+                Colour::kYellow, line.size(), paint, out);
   }
 }
 

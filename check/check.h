@@ -1,5 +1,5 @@
 /// \file
-/// Tells what a conversion will do with a message or a record, and why, without converting it.
+/// Predicts what a conversion will do with a message or a record, and why, without converting it.
 #pragma once
 
 #include <google/protobuf/message.h>
@@ -102,7 +102,7 @@ struct Loss {
   LossKind kind = LossKind::kReplaced;  ///< Why it is lost.
   std::string field;                    ///< Its path; the last name of an unknown field is "#50".
   std::string before;                   ///< The value; empty for an absent field.
-  std::string after;                    ///< What takes its place; empty if nothing does.
+  std::string after;                    ///< The value that replaces it; empty if there is none.
 };
 
 // FindLosses() returns the losses by kind, then in the order of the fields. There are none if the

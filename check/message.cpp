@@ -14,23 +14,25 @@ using internal::Fails;
 using internal::kAbsent;
 using internal::kOctets;
 using internal::RecordType;
+using internal::Reflected;
 
 // The first required field that the message lacks, then the first failure among the messages in it.
 template <typename CheckPart>
 Verdict FirstFailure(const Message& message, const CheckPart& check_part) {
-  const Descriptor& type = *message.GetDescriptor();
+  const Reflected reflected = internal::Reflect(message);
+  const Descriptor& type = reflected.type;
   for (int i = 0; i < type.field_count(); ++i) {
     const FieldDescriptor& field = *type.field(i);
-    if (field.is_required() && internal::CountOf(message, field) == 0) {
+    if (field.is_required() && internal::CountOf(reflected, field) == 0) {
       return internal::MissingField(message, field);
     }
   }
   for (int i = 0; i < type.field_count(); ++i) {
     const FieldDescriptor& field = *type.field(i);
     if (field.cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) continue;
-    const int count = internal::CountOf(message, field);
+    const int count = internal::CountOf(reflected, field);
     for (int index = 0; index < count; ++index) {
-      Verdict verdict = check_part(internal::MessageAt(message, field, index));
+      Verdict verdict = check_part(internal::MessageAt(reflected, field, index));
       if (!Fails(verdict)) continue;
       verdict.field = internal::ElementPath(field, index) + "." + verdict.field;
       return verdict;
@@ -79,29 +81,34 @@ Verdict CheckSignal(const Signal& signal, const char* field, bool has_protocol,
 // The same checks through reflection, for a DynamicMessage, whose enumerations hold only listed
 // values.
 
-const FieldDescriptor& Field(const Message& message, int number) {
-  return *message.GetDescriptor()->FindFieldByNumber(number);
+int ValueCount(const Message& zorid) {
+  const Reflected reflected = internal::Reflect(zorid);
+  return internal::CountOf(reflected, internal::FieldOf(reflected, pb::Zorid::kValueFieldNumber));
 }
 
 // The number of values of the Zorid in the field; kAbsent if there is none.
 int ValueCount(const Message& message, int number) {
-  const FieldDescriptor& zorid = Field(message, number);
-  if (internal::CountOf(message, zorid) == 0) return kAbsent;
-  const Message& identifier = internal::MessageAt(message, zorid, 0);
-  return internal::CountOf(identifier, Field(identifier, pb::Zorid::kValueFieldNumber));
+  const Reflected reflected = internal::Reflect(message);
+  const FieldDescriptor& zorid = internal::FieldOf(reflected, number);
+  return internal::CountOf(reflected, zorid) == 0
+             ? kAbsent
+             : ValueCount(internal::MessageAt(reflected, zorid, 0));
 }
 
-Verdict CheckDynamicSignal(const Message& signal) {
+Verdict CheckDynamicSignal(const Message& message) {
+  const Reflected signal = internal::Reflect(message);
   // The numbers of both signals and of their elements are the same.
-  const FieldDescriptor& protocol = Field(signal, pb::ShutStateSync::kShutProtocolFieldNumber);
-  const FieldDescriptor& intfs = Field(signal, pb::ShutStateSync::kIntfsFieldNumber);
+  const FieldDescriptor& protocol =
+      internal::FieldOf(signal, pb::ShutStateSync::kShutProtocolFieldNumber);
+  const FieldDescriptor& intfs = internal::FieldOf(signal, pb::ShutStateSync::kIntfsFieldNumber);
   WrongIdentifier wrong;
-  for (int i = 0; i < internal::CountOf(signal, intfs); ++i) {
+  const int count = internal::CountOf(signal, intfs);
+  for (int i = 0; i < count; ++i) {
     KeepFirst(
         wrong, i,
         ValueCount(internal::MessageAt(signal, intfs, i), pb::ShutStateInfo::kZoridFieldNumber));
   }
-  const int number = signal.GetReflection()->GetEnumValue(signal, &protocol);
+  const int number = signal.reflection.GetEnumValue(message, &protocol);
   return CheckComplete(protocol.name().c_str(), static_cast<pb::ProtocolType>(number), wrong);
 }
 
@@ -110,8 +117,7 @@ Verdict CheckDynamic(RecordType type, const Message& message) {
   if (Fails(missing)) return missing;
   switch (type) {
     case RecordType::kZorid:
-      return internal::CheckIdentifier(
-          internal::CountOf(message, Field(message, pb::Zorid::kValueFieldNumber)));
+      return internal::CheckIdentifier(ValueCount(message));
     case RecordType::kShutStateSync:
     case RecordType::kBlockStateSync:
       return CheckDynamicSignal(message);
@@ -130,10 +136,32 @@ Verdict CheckAs(RecordType type, const Message& message) {
   return generated != nullptr ? Check(*generated) : CheckDynamic(type, message);
 }
 
+Verdict CheckPart(const Message& part);
+
+Verdict CheckAs(RecordType type, const Message& message) {
+  switch (type) {
+    case RecordType::kZorid:
+      return CheckAs<pb::Zorid>(type, message);
+    case RecordType::kIntfEntry:
+      return CheckAs<pb::IntfEntry>(type, message);
+    case RecordType::kShutStateSync:
+      return CheckAs<pb::ShutStateSync>(type, message);
+    case RecordType::kBlockStateSync:
+      return CheckAs<pb::BlockStateSync>(type, message);
+    case RecordType::kInformationClient:
+      return CheckAs<pb::InformationClient>(type, message);
+    case RecordType::kLagMemberOperation:
+      return CheckAs<pb::LagMemberOperationProto>(type, message);
+    case RecordType::kNone:
+      break;
+  }
+  return FirstFailure(message, CheckPart);
+}
+
 Verdict CheckPart(const Message& part) {
+  const RecordType type = internal::RecordTypeOf(*part.GetDescriptor());
   // No converter reads an identifier within another message on its own.
-  if (internal::RecordTypeOf(*part.GetDescriptor()) == RecordType::kZorid) return {};
-  return Check(part);
+  return type == RecordType::kZorid ? Verdict{} : CheckAs(type, part);
 }
 
 }  // namespace
@@ -156,24 +184,7 @@ Verdict Check(const pb::InformationClient& message) {
 }
 
 Verdict Check(const Message& message) {
-  const RecordType type = internal::RecordTypeOf(*message.GetDescriptor());
-  switch (type) {
-    case RecordType::kZorid:
-      return CheckAs<pb::Zorid>(type, message);
-    case RecordType::kIntfEntry:
-      return CheckAs<pb::IntfEntry>(type, message);
-    case RecordType::kShutStateSync:
-      return CheckAs<pb::ShutStateSync>(type, message);
-    case RecordType::kBlockStateSync:
-      return CheckAs<pb::BlockStateSync>(type, message);
-    case RecordType::kInformationClient:
-      return CheckAs<pb::InformationClient>(type, message);
-    case RecordType::kLagMemberOperation:
-      return CheckAs<pb::LagMemberOperationProto>(type, message);
-    case RecordType::kNone:
-      break;
-  }
-  return FirstFailure(message, CheckPart);
+  return CheckAs(internal::RecordTypeOf(*message.GetDescriptor()), message);
 }
 
 }  // namespace zorl2::check

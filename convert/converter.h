@@ -17,10 +17,10 @@ class ZORL2_EXPORT Converter {
   /// Converts a message to a native record.
   /// Returns: false if the message lacks a required field; the record is then unchanged. Each
   /// converter documents what else it rejects. Presence decides: an absent submessage is not read,
-  /// whatever it holds.
+  /// even if a caller filled it.
   virtual bool Convert(const Proto& message, Native& native) = 0;
 
-  /// Converts a native record to a message, which it clears first, whatever follows.
+  /// Converts a native record to a message. Clears the message first, also before an exception.
   /// Returns: true.
   virtual bool Convert(const Native& native, Proto& message) = 0;
 };

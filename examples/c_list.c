@@ -1,8 +1,8 @@
 /*
  * Lists of interface records in C.
  *
- * The library only manages the memory: a record comes with three empty texts, and the caller fills
- * them within their sizes.
+ * The library only manages the memory. Each record has buffers for three texts; the caller fills
+ * them and must stay within their sizes.
  */
 #include <stdio.h>
 #include <string.h>
@@ -10,7 +10,7 @@
 #include "c_api/intf_entry.h"
 
 static void fill(intf_entry_t* record, unsigned number) {
-  /* A record of a list is not zeroed: the caller sets what is its own. */
+  /* The records of a list are not zeroed, so the caller sets the other members. */
   memset(record->manager_data_1, 0, sizeof(record->manager_data_1));
   memset(record->manager_data_2, 0, sizeof(record->manager_data_2));
   memset(record->manager_data_3, 0, sizeof(record->manager_data_3));
@@ -23,7 +23,7 @@ int main(void) {
   intf_entry_t* single;
   uint32_t i;
 
-  if (list == NULL) { /* no memory, or a count that no memory holds */
+  if (list == NULL) { /* an allocation failed, or the count is too large */
     fprintf(stderr, "no list\n");
     return 1;
   }
@@ -33,7 +33,7 @@ int main(void) {
   }
   if (strcmp(list->entries[3].intf_name, "ge-0/0/3") != 0) return 1;
 
-  /* A single record is zero throughout and is destroyed on its own, one of a list never is. */
+  /* A single record is zeroed. Destroy it on its own, but never a record of a list. */
   single = init_intf_entry();
   strncpy(single->intf_name, "mgmt0", ZORL2_INTF_NAME_SIZE - 1);
   printf("%s\n", single->intf_name);
@@ -41,6 +41,6 @@ int main(void) {
   if (single != NULL) return 1;
 
   destroy_intf_entry_list(&list);
-  list = NULL; /* the function leaves the old address there */
+  list = NULL; /* the function does not change the variable */
   return list == NULL ? 0 : 1;
 }

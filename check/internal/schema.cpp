@@ -1,5 +1,6 @@
 #include "check/internal/schema.h"
 
+#include <algorithm>
 #include <array>
 
 #include "information_client.pb.h"
@@ -44,28 +45,24 @@ bool IsSame(const Descriptor* type, const Descriptor* model) {
   return true;
 }
 
-struct RecordTypeRow {
-  const Descriptor* descriptor;
-  RecordType record_type;
-};
-
-const std::array<RecordTypeRow, 6>& RecordTypes() {
-  static const std::array<RecordTypeRow, 6> types = {{
-      {pb::Zorid::descriptor(), RecordType::kZorid},
-      {pb::IntfEntry::descriptor(), RecordType::kIntfEntry},
-      {pb::ShutStateSync::descriptor(), RecordType::kShutStateSync},
-      {pb::BlockStateSync::descriptor(), RecordType::kBlockStateSync},
-      {pb::InformationClient::descriptor(), RecordType::kInformationClient},
-      {pb::LagMemberOperationProto::descriptor(), RecordType::kLagMemberOperation},
-  }};
-  return types;
+// In the order of RecordType.
+const std::array<const Descriptor*, kRecordTypes>& Descriptors() {
+  static const std::array<const Descriptor*, kRecordTypes> descriptors = {
+      pb::Zorid::descriptor(),
+      pb::IntfEntry::descriptor(),
+      pb::ShutStateSync::descriptor(),
+      pb::BlockStateSync::descriptor(),
+      pb::InformationClient::descriptor(),
+      pb::LagMemberOperationProto::descriptor(),
+  };
+  return descriptors;
 }
 
 // The runtime builds descriptors at their first use. Used here, while the program is loaded, they
 // cost a check no allocation.
 [[maybe_unused]] const bool kDescriptorsAreBuilt = [] {
-  for (const RecordTypeRow& row : RecordTypes()) {
-    const google::protobuf::FileDescriptor& file = *row.descriptor->file();
+  for (const Descriptor* descriptor : Descriptors()) {
+    const google::protobuf::FileDescriptor& file = *descriptor->file();
     for (int i = 0; i < file.message_type_count(); ++i) {
       const Descriptor& type = *file.message_type(i);
       for (int j = 0; j < type.field_count(); ++j) static_cast<void>(type.field(j)->type());
@@ -77,22 +74,33 @@ const std::array<RecordTypeRow, 6>& RecordTypes() {
 }  // namespace
 
 RecordType RecordTypeOf(const Descriptor& type) {
-  for (const auto& [descriptor, record_type] : RecordTypes()) {
-    if (IsSame(&type, descriptor)) return record_type;
-  }
-  return RecordType::kNone;
+  const auto same = [&type](const Descriptor* model) { return IsSame(&type, model); };
+  const auto found = std::find_if(Descriptors().begin(), Descriptors().end(), same);
+  return static_cast<RecordType>(found - Descriptors().begin());
 }
 
-int CountOf(const Message& message, const FieldDescriptor& field) {
-  if (field.is_repeated()) return message.GetReflection()->FieldSize(message, &field);
-  return message.GetReflection()->HasField(message, &field) ? 1 : 0;
+const Descriptor& DescriptorOf(RecordType type) {
+  return *Descriptors()[static_cast<std::size_t>(type)];
 }
 
-const Message& MessageAt(const Message& message, const FieldDescriptor& field, int index) {
-  if (field.is_repeated()) {
-    return message.GetReflection()->GetRepeatedMessage(message, &field, index);
-  }
-  return message.GetReflection()->GetMessage(message, &field);
+Reflected Reflect(const Message& message) {
+  return {message, *message.GetReflection(), *message.GetDescriptor()};
+}
+
+const FieldDescriptor& FieldOf(const Reflected& reflected, int number) {
+  return *reflected.type.FindFieldByNumber(number);
+}
+
+int CountOf(const Reflected& reflected, const FieldDescriptor& field) {
+  const auto& [message, reflection, type] = reflected;
+  if (field.is_repeated()) return reflection.FieldSize(message, &field);
+  return reflection.HasField(message, &field) ? 1 : 0;
+}
+
+const Message& MessageAt(const Reflected& reflected, const FieldDescriptor& field, int index) {
+  const auto& [message, reflection, type] = reflected;
+  if (field.is_repeated()) return reflection.GetRepeatedMessage(message, &field, index);
+  return reflection.GetMessage(message, &field);
 }
 
 std::string ElementPath(const FieldDescriptor& field, int index) {

@@ -27,7 +27,7 @@ int pvex_gen_fault(int severity, const char* function, const char* file, int lin
   return 0;
 }
 
-/* The array has a negative size if a layout differs: an error of the compiler. */
+/* If a layout differs, the array has a negative size, which the compiler rejects. */
 #define LAYOUT(name, condition) typedef char name[(condition) ? 1 : -1]
 LAYOUT(size_of_a_record, sizeof(intf_entry_t) == 104);
 LAYOUT(place_of_manager_data_1, offsetof(intf_entry_t, manager_data_1) == 0);
@@ -36,7 +36,7 @@ LAYOUT(place_of_phy_addr, offsetof(intf_entry_t, phy_addr) == 16);
 LAYOUT(place_of_manager_data_2, offsetof(intf_entry_t, manager_data_2) == 24);
 LAYOUT(place_of_group_phy_addr, offsetof(intf_entry_t, redundancy_group_phy_addr) == 32);
 LAYOUT(place_of_manager_data_3, offsetof(intf_entry_t, manager_data_3) == 40);
-/* Padding would hide a missing byte from the offsets. */
+/* With padding, the offsets alone do not show a missing byte. */
 LAYOUT(size_of_manager_data_1, sizeof(((intf_entry_t*)0)->manager_data_1) == 8);
 LAYOUT(size_of_manager_data_2, sizeof(((intf_entry_t*)0)->manager_data_2) == 8);
 LAYOUT(size_of_manager_data_3, sizeof(((intf_entry_t*)0)->manager_data_3) == 64);

@@ -18,7 +18,7 @@ namespace {
 #ifdef ZORL2_SANITIZED
 constexpr int kMany = 20000;
 #else
-constexpr int kMany = 1000000;
+constexpr int kMany = 200000;
 #endif
 
 // All elements are for four interfaces, in descending order.
@@ -41,14 +41,14 @@ double SecondsOf(const pb::ShutStateSync& signal) {
   return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-TEST(HostileMessage, TheTimeForAMillionDuplicatesIsLinear) {
+TEST(HostileMessage, TheTimeForManyDuplicatesIsLinear) {
   const double few = SecondsOf(Duplicates(kMany / 10));
   const double many = SecondsOf(Duplicates(kMany));
   // Linear time takes 10 times as long, quadratic time 100 times.
   EXPECT_LT(many, 40 * few + 0.1) << few << " s for a tenth";
 }
 
-TEST(HostileMessage, TheLastOfAMillionElementsIsFound) {
+TEST(HostileMessage, TheLastOfManyElementsIsFound) {
   pb::ShutStateSync signal = Duplicates(kMany);
   signal.mutable_intfs(kMany - 1)->mutable_zorid()->add_value(5);
   EXPECT_EQ(Check(signal).field, "intfs[" + std::to_string(kMany - 1) + "].zorid");
@@ -57,21 +57,21 @@ TEST(HostileMessage, TheLastOfAMillionElementsIsFound) {
   EXPECT_TRUE(FindLosses(signal).empty());
 }
 
-TEST(HostileMessage, AMillionMissingFieldsAreOneVerdict) {
+TEST(HostileMessage, ManyMissingFieldsAreOneVerdict) {
   pb::BlockStateSync signal;
   signal.set_blockprotocol(pb::STP);
   for (int i = 0; i < kMany; ++i) signal.add_intfs();
   EXPECT_EQ(Check(signal).field, "intfs[0].zorid");
 }
 
-TEST(HostileMessage, AnIdentifierOfAMillionValuesIsOneLoss) {
+TEST(HostileMessage, AnIdentifierOfManyValuesIsOneLoss) {
   pb::LagMemberOperationProto operation;
   operation.mutable_member();
   for (int i = 0; i < kMany; ++i) operation.mutable_lag()->add_value(0xffffffff);
   EXPECT_EQ(Check(operation).reason, std::to_string(kMany) + " values (expected 4)");
 }
 
-TEST(HostileMessage, AMillionUnknownFieldsAreAMillionShortLosses) {
+TEST(HostileMessage, ManyUnknownFieldsAreAsManyShortLosses) {
   pb::Zorid id;
   for (int i = 0; i < 4; ++i) id.add_value(1);
   for (int i = 0; i < kMany; ++i) id.mutable_unknown_fields()->AddVarint(1 + i % 100 * 5, 1);

@@ -1,4 +1,4 @@
-// Random messages and records, damaged on purpose at known rates.
+// Random messages and records, damaged at known rates.
 #pragma once
 
 #include <cstdint>

@@ -1,12 +1,15 @@
 """Runs zorl2-inspect as a process, within bounds of memory and time."""
 
+import fcntl
 import os
 import pty
 import re
 import resource
 import select
+import struct
 import subprocess
 import tempfile
+import termios
 import time
 import unittest
 
@@ -27,8 +30,8 @@ def limit_memory(megabytes):
 
 def on_terminal(arguments, feed=None, env=None, stdout_too=True):
     """Runs the tool with its outputs on a pseudo-terminal. Returns the output and the exit status.
-    feed yields bytes for standard input and patterns (str); before feed continues, new output must
-    match a pattern."""
+    feed yields bytes for standard input and patterns (str) that new output must match before feed
+    continues. It may be a function that gets the process and returns such a feed."""
     master, slave = pty.openpty()
     environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
     environment.update({"TERM": "xterm", **(env or {})})
@@ -36,6 +39,8 @@ def on_terminal(arguments, feed=None, env=None, stdout_too=True):
                                stdout=slave if stdout_too else subprocess.DEVNULL, stderr=slave,
                                env=environment)
     os.close(slave)
+    if callable(feed):
+        feed = feed(process)
     seen = b""
 
     def drain(wait):
@@ -70,6 +75,16 @@ def on_terminal(arguments, feed=None, env=None, stdout_too=True):
     return seen.decode(errors="replace"), process.wait(PATIENCE)
 
 
+def position(process, path):
+    """How many bytes of the file the process has read; None while it has not opened the file."""
+    folder = f"/proc/{process.pid}/fd"
+    for name in os.listdir(folder):
+        if os.path.realpath(os.path.join(folder, name)) == os.path.realpath(path):
+            with open(f"/proc/{process.pid}/fdinfo/{name}") as info:
+                return int(info.readline().split()[1])
+    return None
+
+
 class ToolTest(unittest.TestCase):
     maxDiff = None
 
@@ -101,6 +116,27 @@ class ToolTest(unittest.TestCase):
         if status is not None:
             self.assertEqual(done.returncode, status, done.errors[:2000] + done.text[:2000])
         return done
+
+    def peak_memory(self, *arguments, stream):
+        """The most memory, in kilobytes, that the tool has used when it has read the blocks of the
+        stream from standard input; and its output."""
+        out = self.path("out")
+        with open(out, "wb") as output:
+            process = subprocess.Popen([TOOL, *arguments, "-"], stdin=subprocess.PIPE, stdout=output)
+        for block in stream:
+            process.stdin.write(block)
+        process.stdin.flush()
+        unread = 1
+        while unread > 0 and process.poll() is None:
+            time.sleep(0.001)
+            unread, = struct.unpack("i", fcntl.ioctl(process.stdin, termios.FIONREAD, bytes(4)))
+        # The usage that wait4() gives begins with the size of this process.
+        with open(f"/proc/{process.pid}/status") as status:
+            peak = next(line for line in status if line.startswith("VmHWM:"))
+        process.stdin.close()
+        self.assertIn(process.wait(PATIENCE), (0, 1))
+        with open(out, encoding="utf-8", errors="replace") as output:
+            return int(peak.split()[1]), output.read()
 
     def assert_error(self, done, *parts):
         """Checks status 2 and one error line with all the parts. Only lines with the inferred type may

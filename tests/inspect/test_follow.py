@@ -9,7 +9,7 @@ import time
 import unittest
 
 import wire
-from support import PATIENCE, TOOL, ToolTest, on_terminal
+from support import PATIENCE, TOOL, ToolTest, on_terminal, position
 
 FIRST, SECOND = wire.delimited(wire.entry((0, 0, 0, 7))), wire.delimited(wire.entry((0, 0, 0, 8)))
 
@@ -43,19 +43,10 @@ class Follow(ToolTest):
     def wait_until_read(self, process, path):
         """Returns when the process has read the file to its end and can be interrupted."""
         end = time.monotonic() + PATIENCE
-        while not self.has_read(process, path):
+        while position(process, path) != os.path.getsize(path):
             self.assertLess(time.monotonic(), end, "the file was not read")
             self.assertIsNone(process.poll())
             time.sleep(0.01)
-
-    @staticmethod
-    def has_read(process, path):
-        folder = f"/proc/{process.pid}/fd"
-        for name in os.listdir(folder):
-            if os.path.realpath(os.path.join(folder, name)) == os.path.realpath(path):
-                with open(f"/proc/{process.pid}/fdinfo/{name}") as info:
-                    return int(info.readline().split()[1]) == os.path.getsize(path)
-        return False
 
     def grow(self, path, content):
         with open(path, "ab") as stream:

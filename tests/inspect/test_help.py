@@ -110,7 +110,7 @@ class Help(ToolTest):
             self.assertIn(b"standard output: cannot write: No space left on device", done.stderr)
 
     def test_a_reader_that_leaves_ends_the_work_silently(self):
-        path = self.file("huge.pb", b"\x0a\x80\x80\x80\x10" + bytes(32 << 20))
+        path = self.file("huge.pb", b"\x0a\x80\x80\x80\x02" + bytes(4 << 20))
         process = subprocess.Popen([TOOL, "explain", "--input", "wire", "--type", "Zorid", path],
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         process.stdout.read(100)

@@ -132,5 +132,38 @@ class Hostile(ToolTest):
         self.explain("IntfEntry", content, megabytes=256)
 
 
+class DamagedFiles(ToolTest):
+    def test_every_truncation_of_a_list_is_reported_with_its_offset(self):
+        whole = wire.entry_list(wire.entry())
+        for length in range(1, len(whole)):
+            # Only where the last entry begins does the rest make a whole list.
+            if whole[:length] == wire.entry_list():
+                continue
+            with self.subTest(length):
+                path = self.file("input", whole[:length])
+                self.rejected("roundtrip", "--strict", "--input", "wire", "--type",
+                              "IntfEntryList", path,
+                              parts=["input: offset 0x"])
+
+    def test_every_truncation_without_a_type_is_reported_too(self):
+        whole = wire.entry()
+        for length in range(1, len(whole) - 2):
+            with self.subTest(length):
+                done = self.run_tool("show", self.file("input", whole[:length]), status=None)
+                if done.returncode == 2:  # a prefix may be a message of another type
+                    self.assert_error(done, "input")
+
+    def test_every_flipped_byte_gives_a_result_or_an_error(self):
+        whole = wire.entry_list(wire.entry())
+        for at in range(len(whole)):
+            damaged = bytearray(whole)
+            damaged[at] ^= 0xFF
+            with self.subTest(at):
+                path = self.file("input", bytes(damaged))
+                done = self.run_tool("roundtrip", "--type", "IntfEntryList", path, status=None)
+                if done.returncode == 2:
+                    self.assert_error(done, "input")
+
+
 if __name__ == "__main__":
     unittest.main()

@@ -1,4 +1,4 @@
-"""JSON lines: whatever the tool prints as a stream of JSON, it reads as one."""
+"""JSON lines: the tool reads the streams of JSON that it prints."""
 
 import json
 import unittest

@@ -1,11 +1,8 @@
 import json
-import os
-import resource
-import subprocess
 import unittest
 
 import wire
-from support import SANITIZED, TOOL, ToolTest
+from support import SANITIZED, ToolTest
 
 
 class Stats(ToolTest):
@@ -173,18 +170,10 @@ class Stats(ToolTest):
         block = wire.delimited(*[wire.entry((0, 0, i // 250, i % 250)) for i in range(1000)])
         peaks = []
         for count in (few, many):
-            process = subprocess.Popen([TOOL, "stats", "--type", "IntfEntry", "-"],
-                                       stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-            for _ in range(count // 1000):
-                process.stdin.write(block)
-            process.stdin.close()
-            report = process.stdout.read().decode()
-            process.stdout.close()
-            _, status, usage = os.wait4(process.pid, 0)
-            process.returncode = os.waitstatus_to_exitcode(status)
-            self.assertEqual(process.returncode, 0)
+            peak, report = self.peak_memory("stats", "--type", "IntfEntry",
+                                            stream=[block] * (count // 1000))
             self.assertIn("%s\n" % format(count, ","), report)
-            peaks.append(usage.ru_maxrss)
+            peaks.append(peak)
         self.assertLess(peaks[1], peaks[0] + 1024, "kilobytes: %s" % peaks)
         self.assertLess(peaks[1], 64 * 1024)
 

@@ -1,11 +1,9 @@
 """What "summary" prints."""
 
 import json
-import os
-import subprocess
 import unittest
 
-from support import SANITIZED, TOOL, ToolTest, on_terminal
+from support import SANITIZED, ToolTest, on_terminal
 from wire import delimited, entry, entry_list, number
 
 
@@ -144,19 +142,15 @@ class Summary(ToolTest):
     def test_memory_does_not_grow_with_the_stream(self):
         if SANITIZED:
             self.skipTest("AddressSanitizer keeps what is freed, so memory says nothing there")
-        peaks = []
-        for blocks in (10, 300):
-            process = subprocess.Popen([TOOL, "summary", "--delimited", "--type", "IntfEntry", "-"],
-                                       stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+
+        def stream(blocks):
             for block in range(blocks):
-                process.stdin.write(delimited(*[
+                yield delimited(*[
                     entry((0, block // 250, block % 250, i), name="p%d/%d" % (block, i), mtu=block * 250 + i)
-                    for i in range(250)]))
-            process.stdin.close()
-            _, status, usage = os.wait4(process.pid, 0)
-            process.returncode = os.waitstatus_to_exitcode(status)
-            self.assertEqual(process.returncode, 0)
-            peaks.append(usage.ru_maxrss)
+                    for i in range(250)])
+
+        peaks = [self.peak_memory("summary", "--delimited", "--type", "IntfEntry",
+                                  stream=stream(blocks))[0] for blocks in (10, 200)]
         self.assertLess(peaks[1], peaks[0] + 1024, "kilobytes: %s" % peaks)
 
 

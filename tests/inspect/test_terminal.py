@@ -1,11 +1,12 @@
 """Colours and progress, on a pseudo-terminal."""
 
+import signal
 import subprocess
 import time
 import unittest
 
 import wire
-from support import SANITIZED, TOOL, ToolTest, on_terminal
+from support import TOOL, ToolTest, on_terminal, position
 
 
 class Terminal(ToolTest):
@@ -121,26 +122,40 @@ class Terminal(ToolTest):
                            self.file("list.pb", wire.entry_list(wire.entry(), token="t" * 40)))
         self.assertLessEqual(max(map(len, lines)), 80)
 
-    def slow_stream(self, seconds):
-        block = wire.delimited(*[wire.entry()] * 20000)
-        end = time.monotonic() + seconds
-        while time.monotonic() < end:
-            yield block
-            time.sleep(0.05)
+    def long_work(self):
+        """A stream of which a part follows when the work has taken more than a second."""
+        megabytes = wire.delimited(*[wire.entry()] * 20000)
+        yield megabytes
+        time.sleep(1.1)
+        yield megabytes
 
     def test_long_work_shows_progress_and_removes_it(self):
-        seen, status = on_terminal(["stats", "--type", "IntfEntry", "-"], self.slow_stream(2.5),
+        seen, status = on_terminal(["stats", "--type", "IntfEntry", "-"], self.long_work(),
                                    stdout_too=False)
         self.assertEqual(status, 0)
         self.assertRegex(seen, r"\r\x1b\[K\d+ records  \d+/s  \d+ s")
         self.assertTrue(seen.endswith("\r\x1b[K"), repr(seen[-60:]))
 
     def test_a_file_of_known_size_shows_a_bar(self):
-        count = 60 if SANITIZED else 600
         block = wire.delimited(*[wire.entry(shut=(3,) * 40)] * 2500)
-        path = self.file("long.pbs", block * count)
-        seen, status = on_terminal(["stats", "--type", "IntfEntry", path], stdout_too=False)
-        self.assertEqual(status, 0)
+
+        def pause(process):
+            """Stops the process for more than a second while it reads."""
+            while process.poll() is None and (position(process, path) or 0) < 4 << 20:
+                pass
+            process.send_signal(signal.SIGSTOP)
+            time.sleep(1.1)
+            process.send_signal(signal.SIGCONT)
+            return ()
+
+        # A process that has read a short file before it is stopped shows nothing.
+        for count in (50, 100, 200, 400, 800):
+            path = self.file("long.pbs", block * count)
+            seen, status = on_terminal(["stats", "--type", "IntfEntry", path], pause,
+                                       stdout_too=False)
+            self.assertEqual(status, 0)
+            if seen:
+                break
         self.assertRegex(seen, r"\r\x1b\[K\[#+\.*\] +\d+ %  \d+ records  \d+/s  \d+ s left")
 
     def test_short_work_shows_no_progress(self):
@@ -152,7 +167,7 @@ class Terminal(ToolTest):
         process = subprocess.Popen([TOOL, "stats", "--type", "IntfEntry", "-"],
                                    stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.PIPE)
-        for block in self.slow_stream(1.5):
+        for block in self.long_work():
             process.stdin.write(block)
         _, errors = process.communicate()
         self.assertEqual(errors, b"")

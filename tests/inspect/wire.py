@@ -1,7 +1,12 @@
 """Writes messages in the wire format by hand, without the library and its schema."""
 
 
+SHORT = [bytes((value,)) for value in range(0x80)]
+
+
 def varint(number):
+    if 0 <= number < 0x80:
+        return SHORT[number]
     number &= (1 << 64) - 1
     out = bytearray()
     while number > 0x7F:

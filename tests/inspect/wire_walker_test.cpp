@@ -123,7 +123,7 @@ void CompareVerdicts(const std::string& sample, unsigned seed, int rounds) {
 }
 
 TEST(WireWalker, AgreesWithTheRuntimeOnDamagedIndications) {
-  CompareVerdicts<pb::IntfIndication>(Sample(), 1, 50000);
+  CompareVerdicts<pb::IntfIndication>(Sample(), 1, 10000);
 }
 
 TEST(WireWalker, AgreesWithTheRuntimeOnDamagedSignals) {
@@ -134,7 +134,7 @@ TEST(WireWalker, AgreesWithTheRuntimeOnDamagedSignals) {
     for (std::uint32_t octet = 0; octet < 4; ++octet) info.mutable_zorid()->add_value(octet * i);
     info.set_state(i == 2);
   }
-  CompareVerdicts<pb::ShutStateSync>(signal.SerializeAsString(), 2, 50000);
+  CompareVerdicts<pb::ShutStateSync>(signal.SerializeAsString(), 2, 10000);
 }
 
 TEST(WireWalker, AgreesWithTheRuntimeOnMessagesWithoutRequiredFields) {
@@ -143,7 +143,7 @@ TEST(WireWalker, AgreesWithTheRuntimeOnMessagesWithoutRequiredFields) {
   operation.mutable_member()->add_value(8);
   operation.set_token(1u << 31);
   operation.set_collecting(true);
-  CompareVerdicts<pb::LagMemberOperationProto>(operation.SerializeAsString(), 3, 50000);
+  CompareVerdicts<pb::LagMemberOperationProto>(operation.SerializeAsString(), 3, 10000);
 }
 
 TEST(WireWalker, CoversEveryByteOfAGoodMessage) {

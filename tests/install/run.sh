@@ -94,7 +94,7 @@ step_cmake() {
   rm -rf "$work/c-only"
   configure_consumer "$SOURCE_DIR/tests/install/c_only" "$work/c-only" Release
   quiet "$CMAKE" --build "$work/c-only"
-  echo "find_package, a project that knows no C++:"
+  echo "find_package, a project without C++:"
   "$CMAKE" --build "$work/c-only" --target prove | grep -E 'proved|FAILED'
 }
 

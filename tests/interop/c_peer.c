@@ -1,6 +1,6 @@
 /*
  * c_peer MESSAGE: reads the message on standard input with protobuf-c and writes it again. The peer
- * shares nothing with the library but the schema.
+ * shares only the schema with the library.
  */
 #include <protobuf-c/protobuf-c.h>
 #include <stdio.h>

@@ -5,7 +5,7 @@
 For every message of the schema: the pure Python implementation makes the bytes from the text form,
 this library reads them, converts them to the native record and back and writes them, and Python
 reads the result; the same with the protobuf-c peer. The bytes are the known ones at every step. No
-text holds a zero octet, at which protobuf-c would cut it.
+text holds a zero byte, at which protobuf-c would cut it.
 """
 import os
 import subprocess

@@ -1,5 +1,5 @@
 // The costs that a hostile peer can cause: memory as a multiple of the bytes received, and the
-// growth of memory and time with these bytes. SECURITY.md has the printed table.
+// growth of memory and time with these bytes. SECURITY.md refers to the printed table.
 #include <gtest/gtest.h>
 
 #include <cstdio>

@@ -1,10 +1,12 @@
-// Runs one conversion once, warm, inside the function that callgrind measures.
+// Runs one conversion, or one check, once, warm, inside the function that callgrind measures.
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <map>
 #include <string>
 
 #include "bench/fixtures.h"
+#include "check/check.h"
 #include "convert/info_client_config_converter.h"
 #include "convert/intf_entry_converter.h"
 #include "convert/intf_state_converter.h"
@@ -18,7 +20,8 @@ namespace {
 
 using Operation = std::function<void()>;
 
-// Both directions of one record, into destinations that are used again.
+// Both directions of one record, into destinations that are used again, and the search for losses
+// in a message that has none.
 template <typename Converter, typename Message, typename Native>
 void AddPair(std::map<std::string, Operation>& cases, const std::string& name,
              const Native& native) {
@@ -26,6 +29,9 @@ void AddPair(std::map<std::string, Operation>& cases, const std::string& name,
   Converter().Convert(native, filled);
   cases[name + "/to_message"] = [native, message = Message()]() mutable {
     Converter().Convert(native, message);
+  };
+  cases[name + "/losses"] = [filled] {
+    if (!zorl2::check::FindLosses(filled).empty()) std::abort();
   };
   cases[name + "/to_native"] = [filled, record = Native()]() mutable {
     Converter().Convert(filled, record);

@@ -18,7 +18,7 @@ namespace pb = zorl2::protobuf;
 
 namespace {
 
-// An unlisted value, through a variable so that the compiler cannot know it.
+// An unlisted value in a variable, so that the compiler cannot see it.
 volatile int unlisted = 99;
 
 #define EXPECT_ABORT(message, setter, type)                                \

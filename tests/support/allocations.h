@@ -16,7 +16,7 @@ namespace zorl2_test {
 
 constexpr long kUnlimited = std::numeric_limits<long>::max();
 
-// Byte that fills new memory while a Watch exists, so that a test sees what nobody wrote.
+// Fills new memory while a Watch exists, so that a test sees bytes that were not written.
 constexpr unsigned char kPattern = 0xA5;
 
 struct AllocationState {

@@ -91,8 +91,8 @@ class Capture {
   std::unique_ptr<Message> message_;
 };
 
-// Whether to hold the later capture in memory: the smaller one, and rather a file than a pipe, the
-// size of which is not known.
+// Whether to hold the later capture in memory. Holds the smaller one, or a file if the other
+// capture is a pipe, whose size is not known.
 bool HoldsLater(const Input& before, const Input& after) {
   if (before.size() == 0 || after.size() == 0) return before.size() == 0 && after.size() > 0;
   return after.size() < before.size();

@@ -226,7 +226,7 @@ void AddShowCommand(CLI::App& app, int& status) {
       "category, admin, oper, link, speed, mtu, duplex, shut (the protocols that shut a port), "
       "block\n"
       "(those that block it). A repeated field needs one value that fits. != is true where = is\n"
-      "false. An empty VALUE stands for no value: 'shut!=' selects the ports that are shut. Names "
+      "false. An empty VALUE means no value: 'shut!=' selects the ports that are shut. Names "
       "of\n"
       "enumerations may be shortened: admin=up.\n\n"
       "A value that the native record does not keep has \"!\" after it, a value because of which "

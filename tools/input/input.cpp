@@ -113,7 +113,7 @@ void Input::RecogniseStreamForm(const InputOptions& options) {
   form_ = InputForm::kWire;
   if (LooksLikeRecord(beginning)) return;
   const InputForm form = RecogniseForm(beginning);
-  // Neither begins a record of 123 bytes in the same way.
+  // A record of 123 bytes, whose length is an opening brace, begins with neither of these.
   const std::string_view text = WithoutMark(beginning).substr(0, 2);
   if (form == InputForm::kJson && (text == "{\"" || text == "{}")) form_ = InputForm::kJson;
   if (form == InputForm::kHex && !options.follow) form_ = InputForm::kHex;

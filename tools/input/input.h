@@ -44,8 +44,8 @@ const google::protobuf::Descriptor* ReportInferred(const std::string& name, Inpu
 // One message of an input, or one damaged place.
 struct Record {
   std::uint64_t number = 0;  // From 1.
-  // Where the bytes begin, in the input or in the decoded bytes of hexadecimal text; of JSON the
-  // place of the line. For damage the place of the length.
+  // Where the bytes begin, in the input or in the decoded bytes of hexadecimal text. For JSON where
+  // the line begins. For damage where the length begins.
   std::uint64_t offset = 0;
   // In the wire format, whatever the form of the input. Valid until the next call of Next(). Empty
   // for damage.
@@ -65,7 +65,7 @@ class Input {
 
   const std::string& name() const { return name_; }
   bool delimited() const { return delimited_; }
-  // Whether places in a message can be named by their offsets in the input.
+  // Whether an offset in a message is an offset in the input.
   bool has_offsets() const { return form_ == InputForm::kWire || form_ == InputForm::kHex; }
   const google::protobuf::Descriptor& type() const { return *type_; }
   // The size of the input in bytes, 0 if it is not known; and how many bytes have been read.
@@ -98,7 +98,7 @@ class Input {
   void RecogniseStreamForm(const InputOptions& options);
   // Throws Error if the beginning of a stream is one message without its length.
   void RejectSingleMessage(std::string_view bytes);
-  // Makes a record of a line of JSON.
+  // Makes a record from a line of JSON.
   void TakeLine(std::string_view line, Record& record);
   void ReadWhole(const InputOptions& options);
   // Throws Error for bytes that are no message but something else that the tool recognises, and for

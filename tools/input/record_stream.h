@@ -30,16 +30,16 @@ class RecordStream {
   // Does not own the descriptor.
   RecordStream(int descriptor, Options options);
 
-  // The first bytes that arrive, at most as many; none only at the end.
-  // Before the first call of Next(), which reads them again.
+  // Returns up to so many of the first bytes; none only at the end. Must precede the first call of
+  // Next(), which reads them again.
   std::string_view Beginning(std::size_t most);
 
-  // From now on the records are lines instead of bytes with their length before them.
+  // From now on each line is a record. By default each record follows its length.
   void ReadLines() { lines_ = true; }
 
   Status Next(std::string_view* record);
 
-  // The offsets of the last record's length and of its first byte; the same for a line.
+  // The offsets of the last record's length and of its first byte, which are equal for a line.
   std::uint64_t offset() const { return offset_; }
   std::uint64_t content_offset() const { return content_offset_; }
   // How many bytes have been read as records.
@@ -51,10 +51,11 @@ class RecordStream {
   std::string_view Unread() const { return {buffer_.data() + begin_, end_ - begin_}; }
   // Makes at least so many bytes available after begin_, unless the stream ends before.
   bool Want(std::size_t count);
-  // Reads what is there into the buffer; waits if there is nothing. Sets at_end_ at the end.
+  // Reads the available bytes into the buffer, and waits for some if there are none. Sets at_end_
+  // at the end.
   void Fill();
   Status NextLine(std::string_view* line);
-  // Drops what is left of a line that is too long.
+  // Skips the rest of a line that is too long.
   Status SkipLine();
   Status Damaged(Status status, std::string found, std::string expected);
   Status Skip(std::uint64_t length);

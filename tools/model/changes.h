@@ -40,25 +40,25 @@ struct DiffTotals {
   bool equal() const { return added + removed + changed == 0 && !around; }
 };
 
-// Compares two captures in the memory of one of them, which is held; the other is read element by
-// element. Pairs elements by identifier, the second element with an identifier with the second one
-// with it, and so on; pairs elements without an identifier by place. The order of elements with an
-// identifier makes no difference. Leaves out what the filters select on neither side.
+// Compares two captures. Holds one of them in memory and reads the other one element by element.
+// Pairs elements by identifier; if an identifier occurs several times, pairs its first occurrences,
+// its second ones, and so on. Pairs elements without an identifier by place. The order of elements
+// with an identifier makes no difference. Omits elements that neither filter selects.
 class Differ {
  public:
   enum class Side { kBefore, kAfter };
-  // Its messages are valid during the call only.
+  // The messages of the change are valid only during the call.
   using Report = std::function<void(const ElementChange&)>;
 
   // The filters must remain valid.
   Differ(const google::protobuf::Descriptor& element, Side held, const Filter& before,
          const Filter& after, Report report);
 
-  // Adds an element of the side that is held; `bytes` is its wire format.
+  // Adds an element of the held side; `bytes` is its wire format.
   void Hold(const google::protobuf::Message& element, std::string_view bytes);
 
-  // Compares an element of the other side with that of the held ones which has its identifier.
-  // After the last call of Hold().
+  // Compares an element of the other side with the held element of the same identifier. Must follow
+  // the last call of Hold().
   void Compare(const google::protobuf::Message& element, std::string_view bytes);
 
   // Reports the held elements that were not compared, in the order of their identifiers.
@@ -89,9 +89,9 @@ class Differ {
   const Filter& before_;
   const Filter& after_;
   Report report_;
-  // One of them without identifiers.
+  // Elements without an identifier form one group.
   std::map<Identifier, Group> groups_;
-  // The held element that is compared.
+  // The held element of the current comparison.
   std::unique_ptr<google::protobuf::Message> held_;
   DiffTotals totals_;
 };

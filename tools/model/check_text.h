@@ -1,4 +1,5 @@
-// What zorl2::check finds, as text. No other file of the tool knows the rules of the conversions.
+// The findings of zorl2::check as text. No other file of the tool uses the rules of the
+// conversions.
 #pragma once
 
 #include <google/protobuf/message.h>

@@ -32,7 +32,7 @@ class EntryCounts {
   // Counts the message and the messages in it.
   void Add(const google::protobuf::Message& message);
 
-  // Leaves out what is 0.
+  // Omits counts of 0.
   std::vector<CountSection> Sections() const;
 
  private:

@@ -39,7 +39,7 @@ void WriteJsonValue(const google::protobuf::Message& message,
 void WriteJsonValue(const google::protobuf::UnknownField& field, JsonWriter& writer);
 
 // The message as one value: names as in the schema, null for an absent field, "0.0.0.7" for an
-// identifier of four values. Leaves out unknown fields.
+// identifier of four values. Omits unknown fields.
 void WriteJson(const google::protobuf::Message& message, JsonWriter& writer);
 
 // The message in the text format.

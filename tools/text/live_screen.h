@@ -1,4 +1,4 @@
-// A report on the terminal that is refreshed while its stream grows.
+// Refreshes a report on the terminal while its stream grows.
 #pragma once
 
 #include <chrono>
@@ -15,8 +15,8 @@ class LiveScreen {
   explicit LiveScreen(bool wanted);
   bool on() const { return on_; }
 
-  // Replaces the screen by what `print` writes, if the report is of another number of records than
-  // the last one and that has been there for half a second.
+  // Clears the screen and prints the report, if the number of records has changed and the last
+  // report is at least half a second old.
   void Refresh(std::uint64_t records, const std::function<void(Output&)>& print);
 
   // Clears the screen if it is on.

@@ -32,7 +32,7 @@ std::string Cut(const std::string& text, std::size_t width);
 class Table {
  public:
   // A name that begins with '>' is a column of numbers, aligned to the right.
-  // Columns in which every cell is "-" or empty are left out, except the first `always` ones.
+  // Omits columns in which every cell is "-" or empty, except the first `always` ones.
   explicit Table(std::vector<std::string> columns, std::size_t always = 0)
       : columns_(std::move(columns)), always_(always) {}
 

@@ -13,7 +13,7 @@ namespace {
 namespace pb = zorl2::protobuf;
 using google::protobuf::EnumDescriptor;
 
-// Values that do not occur are left out.
+// Omits values that do not occur.
 template <typename Counts>
 void WriteCounts(JsonWriter& json, const char* name, const EnumDescriptor* type,
                  const Counts& counts) {

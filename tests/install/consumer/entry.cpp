@@ -60,7 +60,7 @@ static bool Run() {
       IntfEntryBuilder().setInterfaceCategory(static_cast<InterfaceCategory>(7)).Build();
   try {
     converter->Convert(odd, message);
-    return Fail("an unlisted category was taken");
+    return Fail("an unlisted category was accepted");
   } catch (const std::out_of_range&) {
   }
   std::printf(

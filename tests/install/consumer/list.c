@@ -1,4 +1,4 @@
-/* The C functions from C99: a list, a record, both destroyed again. */
+/* Calls the C functions from C99: creates and destroys a list and a record. */
 #include <stdio.h>
 #include <string.h>
 

@@ -125,6 +125,12 @@ class Diff(ToolTest):
                          "--type", "ShutStateSync").text
         self.assertIn("- 1.2.3 (3 values): removed", text)
 
+    def test_strict_rejects_what_does_not_convert(self):
+        signal = wire.shut_signal(3, ((1, 2, 3), 1))
+        self.diff(signal, signal, "--type", "ShutStateSync", status=0)
+        done = self.diff(signal, signal, "--type", "ShutStateSync", "--strict", status=2)
+        self.assertIn("a.pb: offset 0x", done.errors)
+
     def test_json_for_programs(self):
         done = self.lists([wire.entry(), wire.entry((0, 0, 0, 8))],
                           [wire.entry(operational=1, name='a"b'), wire.entry((0, 0, 0, 9))],

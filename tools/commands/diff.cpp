@@ -46,6 +46,7 @@ class Capture {
       : input_(OptionsFor(arguments, file)),
         reader_(input_, arguments.strict, [&output] { output.Flush(); }),
         filter_(input_.type(), arguments.where),
+        strict_(arguments.strict),
         list_(input_.delimited() ? nullptr : ListOf(input_.type())),
         message_(NewMessage(input_.type())) {}
 
@@ -62,8 +63,10 @@ class Capture {
   void ForEach(const Take& take) {
     Record record;
     while (reader_.Next(record, *message_)) {
-      // Reports only incomplete messages: a message that a converter rejects can still be compared.
-      if (!message_->IsInitialized()) reader_.Report(record, FindAll(*message_).rejections);
+      // A message that a converter rejects can still be compared.
+      if (strict_ || !message_->IsInitialized()) {
+        reader_.Report(record, FindAll(*message_).rejections);
+      }
       if (list_ == nullptr) {
         take(*message_, record.bytes);
         continue;
@@ -87,6 +90,7 @@ class Capture {
   Input input_;
   MessageReader reader_;
   Filter filter_;
+  bool strict_;
   const google::protobuf::FieldDescriptor* list_;
   std::unique_ptr<Message> message_;
 };

@@ -285,7 +285,8 @@ class Explain(ToolTest):
             "record": 2, "offset": content.index(wire.number(9, 5)), "line": None, "column": None,
             "path": "intfCategory", "expected": None, "rule": "required",
             "found": "unlisted value 5 (listed: 0 to 4), required by IntfEntry"})
-        self.assertEqual(third["damage"]["offset"], len(content))
+        self.assertEqual((third["damage"]["record"], third["damage"]["offset"]), (3, len(content)))
+        self.assertIn(": record 3, offset %#x: " % len(content), done.errors)
         self.assertEqual(third["damage"]["expected"], "a varint")
 
     def test_damage_in_a_part_is_named_and_the_rest_is_explained(self):

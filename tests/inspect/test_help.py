@@ -47,7 +47,7 @@ class Help(ToolTest):
                 verbs.append(body.split()[0])
                 # An option says what it does, or what it is, if it is omitted.
                 if name.startswith("-") and name != "-h,--help":
-                    self.assertRegex(body, "default|omitted|Change nothing", (command, name))
+                    self.assertRegex(body, "default|omitted|always", (command, name))
             self.assertLessEqual(set(verbs), {
                 "Change", "Compare", "Convert", "Count", "End", "Fit", "List", "Print", "Read",
                 "Select", "Set", "Show", "Skip", "Summarise", "Turn", "Use", "Wait", "Write"})

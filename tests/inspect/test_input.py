@@ -222,7 +222,7 @@ class Input(ToolTest):
         self.rejected("show", self._folder.name, parts=["cannot read", "directory"])
         self.rejected("show", "--output", "xml", self.file("input", WIRE), parts=["xml"])
         self.rejected("show", parts=["FILE"])
-        self.rejected(parts=["subcommand"])
+        self.rejected(parts=["no command (expected one of snapshot, "])
 
     def test_mistakes_in_json_have_line_and_column(self):
         for text, *parts in (

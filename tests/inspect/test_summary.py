@@ -70,6 +70,9 @@ class Summary(ToolTest):
                              given=delimited(entry(), entry())[:-3], status=1)
         self.assertEqual(json.loads(done.text)["entries"], 1)
         self.assertIn("record 2, offset 0x", done.errors)
+        broken = json.loads(done.text)["broken"]
+        self.assertEqual((broken["record"], broken["offset"], broken["expected"]),
+                         (2, len(delimited(entry())), "%d bytes of a record" % len(entry())))
 
     def test_long_names_of_held_ports_give_way_to_more_protocols(self):
         names = ["swp%d/uplink-rack-%02d" % (i, i) for i in (5, 6, 33)]

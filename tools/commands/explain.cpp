@@ -73,8 +73,9 @@ class ExplainCommand {
                                                     record.bytes.size())));
     }
     const std::uint64_t first = input_.has_offsets() ? record.offset : 0;
-    const ExplainSummary summary = json_ ? Explain(record.bytes, input_.type(), first, *json_)
-                                         : Explain(record.bytes, input_.type(), first, *text_);
+    ExplainSummary summary = json_ ? Explain(record.bytes, input_.type(), first, *json_)
+                                   : Explain(record.bytes, input_.type(), first, *text_);
+    if (summary.damage && input_.delimited()) summary.damage->record = record.number;
     std::optional<Problem> rejection;
     if (!summary.damage && !Converts(summary.verdict)) {
       rejection = input_.Locate(record, summary.verdict);

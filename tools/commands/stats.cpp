@@ -135,7 +135,7 @@ void AddStatsCommand(CLI::App& app, int& status) {
       ->type_name("");
   AddTypeOption(*command, arguments->input.type);
   command->add_flag_callback(
-      "--delimited", [] {}, "Accepted for symmetry; the input of stats is always a stream");
+      "--delimited", [] {}, "Read a stream, as stats always does");
   AddFollowOption(*command, arguments->input);
   AddWhereOption(*command, arguments->where);
   command->add_flag("--json", arguments->json, "Print JSON; text by default");

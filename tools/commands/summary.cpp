@@ -48,12 +48,11 @@ class Summary {
 
   int Run() {
     const auto message = NewMessage(input_.type());
-    std::optional<Problem> broken;
     Progress progress(screen_.on() ? 0 : input_.size());
     Record record;
     while (input_.Next(record)) {
       if (record.damage && input_.AtEnd()) {
-        broken = record.damage;
+        report_.broken = record.damage;
         break;
       }
       Take(record, *message);
@@ -69,10 +68,13 @@ class Summary {
     Print(output);
     output.Finish();
     NoteNothingSelected(input_.name(), filter_);
-    if (broken) PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*broken)));
+    if (report_.broken) {
+      PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*report_.broken)));
+    }
     if (input_.CannotRead()) return kExitError;
     if (!input_.delimited() && report_.first_unreadable) input_.Fail(*report_.first_unreadable);
-    const bool good = !broken && report_.unreadable == 0 && report_.list.rejected.count == 0;
+    const bool good =
+        !report_.broken && report_.unreadable == 0 && report_.list.rejected.count == 0;
     return good ? kExitOk : kExitDifferent;
   }
 

@@ -111,6 +111,7 @@ void PrintSummaryAsJson(const SummaryReport& report, Output& out) {
   json.Member("records", report.records);
   json.Member("malformed", report.unreadable);
   WriteProblem("first_malformed", report.first_unreadable, json);
+  WriteProblem("broken", report.broken, json);
   json.Member("entries", list.entries);
   WriteCounts(json, "categories", pb::InterfaceCategory_descriptor(), list.categories);
   WriteCounts(json, "types", pb::InterfaceType_descriptor(), list.types);

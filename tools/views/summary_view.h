@@ -19,6 +19,8 @@ struct SummaryReport {
   std::uint64_t records = 0;
   std::uint64_t unreadable = 0;  // Records that are no messages of the type.
   std::optional<Problem> first_unreadable;
+  // Why the stream cannot be read to its end, if it cannot.
+  std::optional<Problem> broken;
   bool filtered = false;
   ListSummary list;
 };

@@ -1,4 +1,4 @@
-// What a check before the conversion costs.
+// The cost of a check before the conversion.
 #include <string>
 #include <utility>
 
@@ -39,8 +39,8 @@ Message MessageOf(const Record& record) {
   return message;
 }
 
-// A check and the conversion, next to the conversion alone: into a record that is made each time,
-// and into one that is filled already.
+// Measures a check with the conversion, and the conversion alone: into a new record each time, and
+// into a used one.
 template <typename Converter, typename Message, typename Record>
 void Register(const std::string& name, Record (*make)()) {
   for (const bool filled : {false, true}) {

@@ -82,7 +82,7 @@ void ToNative() {
   });
 }
 
-// One pass over 1,000 different entries, each with a destination of its own.
+// Converts 1,000 different entries once, each into a destination of its own.
 constexpr std::uint32_t kBatch = 10000;
 
 template <typename Source, typename Destination, typename Make, typename Step>

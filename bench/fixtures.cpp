@@ -22,7 +22,7 @@ template <typename State, typename Make>
 std::vector<std::pair<zorid_t, State>> States(int count, Order order, Make make) {
   std::vector<std::pair<zorid_t, State>> states;
   for (int i = 0; i < count; ++i) {
-    // Every third number, so that the octets carry into each other.
+    // Uses every third number, so that carries between octets are irregular.
     states.emplace_back(Identifier(static_cast<std::uint32_t>(i) * 3 + 7), make(i));
   }
   if (order == Order::kShuffled) std::shuffle(states.begin(), states.end(), std::mt19937(42));

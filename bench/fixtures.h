@@ -1,5 +1,5 @@
-// The records that are measured. Made from a number, so that a batch holds no two equal ones; the
-// same number gives the same record in every run.
+// The measured records. Each is made from a number, so that the records of a batch differ and every
+// run has the same ones.
 #pragma once
 
 #include <cstdint>
@@ -16,14 +16,14 @@ namespace zorl2_bench {
 
 zorid_t Identifier(std::uint32_t number);
 
-// A name of 20 characters, two addresses of 17, a parent, 2 shutdown protocols, 3 block entries:
-// the strings are too long to be kept in place.
+// Has a name of 20 characters, two addresses of 17, a parent, 2 shutdown protocols and 3 block
+// entries. The strings are too long to be stored in place.
 IntfEntry Entry(std::uint32_t number);
 
 ZORL2InfoClientConfig Registration(std::uint32_t number);
 LagMemberOperation Operation(std::uint32_t number);
 
-// `count` interfaces with their states, ascending or in an order that only looks random.
+// `count` interfaces with their states, in ascending or in a fixed shuffled order.
 enum class Order { kSorted, kShuffled };
 std::vector<std::pair<zorid_t, bool>> ShutStates(int count, Order order);
 std::vector<std::pair<zorid_t, BlockState>> BlockStates(int count, Order order);

@@ -1,6 +1,6 @@
-// The fields of an entry moved by hand, which is what its conversion is compared with: no tables,
-// no virtual calls, no tests, no exceptions. Enumerations are cast, so it is right for the fixtures
-// alone. A function that is called, as a program's own would be.
+// Copies the fields of an entry by hand, without tables, virtual calls, tests or exceptions. The
+// conversion is compared with this. It casts enumerations, so it is right only for the fixtures.
+// Not inlined, as the function of a program would be.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ inline ProtocolType ProtocolByHand(pb::ProtocolType message) {
   return static_cast<ProtocolType>(message - 1);
 }
 
-// The members of IntfEntry, which nobody but its builder may write.
+// The members of IntfEntry, which only its builder may write.
 struct PlainEntry {
   zorid_t id;
   zorid_t parent;
@@ -35,7 +35,7 @@ struct PlainEntry {
   std::list<IntfEntry::BlockInfo> blockInfo;
 };
 
-// Into fresh strings and lists, moved into place at the end.
+// Copies into fresh strings and lists and moves them into place at the end.
 [[gnu::noinline]] inline void GetByHand(const pb::IntfEntry& message, PlainEntry& entry) {
   PlainEntry fresh;
   GetOctets(message.zorid(), fresh.id);

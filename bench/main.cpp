@@ -14,8 +14,8 @@ int main(int argc, char** argv) {
   zorl2_bench::RegisterCheckCases();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  // In a process that never had a second thread the C library's heap takes no lock, and one thread
-  // would be compared with two that take it.
+  // A second thread exists, as in a manager: before it, the C library's heap uses no lock, and
+  // cases with one and two threads would not be comparable.
   std::promise<void> measured;
   std::thread idle([done = measured.get_future()] { done.wait(); });
   benchmark::RunSpecifiedBenchmarks();

@@ -1,4 +1,4 @@
-// How a case is measured, and into what kinds of message.
+// Measures cases, with different kinds of destination messages.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -14,14 +14,14 @@
 
 namespace zorl2_bench {
 
-// Registers a case. `make()` prepares, unmeasured, what one thread works on and returns the
-// operation that is measured. Every case reports its heap allocations per operation.
+// Registers a case. `make()` prepares the data of one thread, without being measured, and returns
+// the measured operation. Every case reports its heap allocations per operation.
 template <typename Make>
 benchmark::internal::Benchmark* Measure(const std::string& name, Make make) {
   return benchmark::RegisterBenchmark(name.c_str(), [make](benchmark::State& state) {
     auto operation = make();
-    operation();  // What is reused has its storage from here on.
-    // Counted outside the measurement, which is left undisturbed.
+    operation();  // Allocates the storage that the measured calls reuse.
+    // Counts outside of the measurement, to keep it undisturbed.
     constexpr int kCounted = 2;
     const std::uint64_t before = AllocationsOfThisThread();
     for (int i = 0; i < kCounted; ++i) operation();
@@ -32,13 +32,13 @@ benchmark::internal::Benchmark* Measure(const std::string& name, Make make) {
   });
 }
 
-// A conversion is measured with one and with two threads.
+// Registers a conversion with one and with two threads.
 template <typename Make>
 void MeasureWithThreads(const std::string& name, Make make) {
   Measure(name, make)->Threads(1)->Threads(2);
 }
 
-// The compiler may neither drop what was written to `value` nor keep what it read before.
+// Prevents the compiler from dropping writes to `value` and from reusing earlier reads of it.
 template <typename Value>
 void Keep(Value& value) {
   Value* address = &value;
@@ -46,7 +46,7 @@ void Keep(Value& value) {
   benchmark::ClobberMemory();
 }
 
-// The three kinds of destination. Next() gives the message to fill.
+// The three kinds of destination. Next() returns the message to fill.
 
 template <typename Message>
 class Reused {
@@ -71,7 +71,7 @@ class Fresh {
   std::optional<Message> message_;
 };
 
-// On an arena that owns its first block and is reset before each use.
+// A message on an arena that owns its first block and is reset before each use.
 template <typename Message>
 class OnArena {
  public:

@@ -1,4 +1,4 @@
-// Both state signals, by size and order.
+// Both state signals, in several sizes and orders.
 #include <cstddef>
 #include <iterator>
 #include <map>
@@ -84,7 +84,7 @@ void ToMessage(const std::string& name, int count) {
   });
 }
 
-// Sets the same states in a map: with the place after the last one as hint when they ascend.
+// Sets the same states in a map. If they ascend, the place after the last one is the hint.
 template <typename Map, typename States>
 [[gnu::noinline]] void SetByHand(const States& states, Order order, Map& map) {
   if (order == Order::kShuffled) {
@@ -99,7 +99,7 @@ template <typename Map, typename States>
   }
 }
 
-// A conversion, and the same states set in a map from a vector of pairs.
+// Measures a conversion, and the same states set in a map from a vector of pairs.
 template <typename Kind>
 void ToNative(const std::string& name, int count, Order order, bool held) {
   using Signal = typename Kind::Signal;

@@ -7,7 +7,7 @@
 static_assert(sizeof(intf_entry_t) == 104 && sizeof(intf_entry_list_t) == 16,
               "C callers share these layouts");
 
-// Not tested for null on purpose: an allocation failure is an invalid memory access right here.
+// Does not test for null: an allocation failure is promised to be an invalid memory access.
 static char* NewBuffer(std::size_t size) {
   char* buffer = new (std::nothrow) char[size];
   std::memset(buffer, 0, size);
@@ -22,7 +22,7 @@ static void AllocateBuffers(intf_entry_t* record) {
   record->redundancy_group_phy_addr = NewBuffer(ZORL2_REDUNDANCY_GROUP_PHY_ADDR_SIZE);
 }
 
-// delete[] passes over the buffers that the caller set to null.
+// delete[] ignores the buffers that the caller set to null.
 static void ReleaseBuffers(const intf_entry_t* record) {
   delete[] record->intf_name;
   delete[] record->phy_addr;
@@ -32,7 +32,7 @@ static void ReleaseBuffers(const intf_entry_t* record) {
 intf_entry_t* init_intf_entry(void) noexcept {
   auto* record = new (std::nothrow) intf_entry_t;
   if (record != nullptr) std::memset(record, 0, sizeof(*record));
-  // Runs without a record too: running out of memory faults here instead of returning null.
+  // Called without a record, too: an allocation failure is an invalid memory access, not null.
   AllocateBuffers(record);
   return record;
 }
@@ -49,15 +49,16 @@ intf_entry_list_t* init_intf_entry_list(std::size_t count) noexcept {
     list = new intf_entry_list_t;
     list->entries = nullptr;
     list->count = static_cast<std::uint32_t>(count);
-    // Not zeroed on purpose: callers fill every record of a list.
+    // Does not zero the records: callers fill every record of a list.
     list->entries = new intf_entry_t[count];
   } catch (const std::bad_alloc&) {
-    // Also what a count too large for any array raises.
+    // A count that is too large for any array throws std::bad_array_new_length, which derives from
+    // std::bad_alloc.
     delete list;
     return nullptr;
   }
-  // A 32-bit counter against the full count, as C callers have always had it; the two cannot
-  // differ on a machine that cannot hold 2^32 records.
+  // The counter has 32 bits, like `list->count`; the limit is the full count. The two differ only
+  // for 2^32 records or more, which fit into no memory.
   for (std::uint32_t i = 0; i < count; ++i) AllocateBuffers(&list->entries[i]);
   return list;
 }

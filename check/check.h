@@ -21,8 +21,8 @@
 
 /// Check() and FindLosses() do not change their argument and do not terminate the process. They
 /// throw nothing but std::bad_alloc. Check() allocates nothing for an argument that converts,
-/// FindLosses() nothing for one that loses nothing. Any number of threads may call them at once, as
-/// long as no thread changes the argument.
+/// FindLosses() allocates nothing for one that loses nothing. Any number of threads may call them
+/// at once, as long as no thread changes the argument.
 ///
 /// Fields have the names of the schema in both directions: "intfs[3].zorid" is the identifier of
 /// the fourth element of a signal, or of the fourth entry of its map.

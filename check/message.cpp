@@ -54,7 +54,7 @@ void KeepFirst(WrongIdentifier& wrong, int index, int values) {
   if (wrong.values == kOctets && values != kOctets) wrong = {index, values};
 }
 
-// What is left to check of a signal in which nothing is missing.
+// Checks a signal in which no required field is missing.
 Verdict CheckComplete(const char* field, pb::ProtocolType protocol, const WrongIdentifier& wrong) {
   Verdict verdict =
       internal::CheckSignalProtocol(field, protocol, pb::ProtocolType_IsValid(protocol), protocol);
@@ -78,14 +78,15 @@ Verdict CheckSignal(const Signal& signal, const char* field, bool has_protocol,
   return complete ? CheckComplete(field, protocol, wrong) : FindMissing(signal);
 }
 
-// The same through reflection, for a DynamicMessage. Its enumerations hold listed values only.
+// The same checks through reflection, for a DynamicMessage, whose enumerations hold only listed
+// values.
 
 int ValueCount(const Message& zorid) {
   const Reflected reflected = internal::Reflect(zorid);
   return internal::CountOf(reflected, internal::FieldOf(reflected, pb::Zorid::kValueFieldNumber));
 }
 
-// Of a Zorid that may be absent.
+// The number of values of the Zorid in the field; kAbsent if there is none.
 int ValueCount(const Message& message, int number) {
   const Reflected reflected = internal::Reflect(message);
   const FieldDescriptor& zorid = internal::FieldOf(reflected, number);
@@ -159,7 +160,7 @@ Verdict CheckAs(RecordType type, const Message& message) {
 
 Verdict CheckPart(const Message& part) {
   const RecordType type = internal::RecordTypeOf(*part.GetDescriptor());
-  // Nobody converts the identifier alone.
+  // No converter reads an identifier within another message on its own.
   return type == RecordType::kZorid ? Verdict{} : CheckAs(type, part);
 }
 

@@ -28,7 +28,7 @@ using internal::RecordType;
 using internal::Reflected;
 using internal::Survival;
 
-// The way from the whole message to a field. Becomes a text only where something is lost.
+// The path from the whole message to a field. It becomes a text only for a loss.
 struct Path {
   const Path* parent;
   const FieldDescriptor* field;
@@ -69,9 +69,10 @@ bool IsKept(const AnyValues& values) {
   return true;
 }
 
-// What a map makes of the elements of a signal.
+// How a map merges the elements of a signal.
 struct MergedStates {
-  // For each element the last one for its interface. Empty if the elements ascend strictly.
+  // For each element the index of the last one for its interface. Empty if the identifiers ascend
+  // strictly.
   std::vector<int> last;
   bool keeps_order = true;
 };
@@ -79,7 +80,7 @@ struct MergedStates {
 // `number_of(index)` is the number of the interface that an element is about.
 template <typename NumberOf>
 MergedStates Merge(int count, const NumberOf& number_of) {
-  // The identifier before; none has the number -1.
+  // The number of the previous identifier, or -1 before the first.
   std::int64_t previous = -1;
   int ascending = 0;
   for (; ascending < count; ++ascending) {
@@ -119,7 +120,7 @@ class UnknownFields {
                      [](const auto* a, const auto* b) { return a->number() < b->number(); });
   }
 
-  // Adds those with a lower number that have not been added.
+  // Adds the fields with a lower number that have not been added yet.
   void AddBelow(int number, std::vector<Loss>& losses) {
     while (next_ < fields_.size() && fields_[next_]->number() < number) AddNext(losses);
   }
@@ -196,7 +197,7 @@ class LossFinder {
       const FieldDescriptor& field = *holder.type.field(i);
       if (field.cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) continue;
       const RecordType held = internal::RecordTypeOf(*field.message_type());
-      // Nobody converts the identifier alone.
+      // No converter reads an identifier within another message on its own.
       if (held == RecordType::kZorid) continue;
       holds_record |= held != RecordType::kNone;
       const int count = internal::CountOf(holder, field);

@@ -1,6 +1,6 @@
-# The package that protobuf installs itself names its targets best; a distribution that ships none
-# is served by CMake's own module. Both define protobuf::libprotobuf and protobuf::protoc. A parent
-# project that looked for either first has the say.
+# Prefers the package that protobuf installs itself. Some distributions omit it; CMake's own module then
+# finds protobuf. Both define protobuf::libprotobuf and protobuf::protoc. If a parent project has used
+# either, its choice is kept.
 if(NOT TARGET Threads::Threads)
   find_package(Threads REQUIRED)
   set_target_properties(Threads::Threads PROPERTIES IMPORTED_GLOBAL ON)
@@ -10,6 +10,6 @@ if(NOT TARGET protobuf::libprotobuf)
   if(NOT Protobuf_FOUND)
     find_package(Protobuf MODULE REQUIRED)
   endif()
-  # Whoever links the library links the runtime, wherever in a parent project.
+  # Every target that links the library links the runtime, anywhere in a parent project.
   set_target_properties(protobuf::libprotobuf PROPERTIES IMPORTED_GLOBAL ON)
 endif()

@@ -1,5 +1,5 @@
-# zorl2_hardening: how every shipped object is compiled and linked, so that an overrun buffer
-# terminates the process.
+# zorl2_hardening: the hardening options of every shipped object. An overrun buffer terminates the
+# process.
 include(CheckPIESupported)
 check_pie_supported()
 

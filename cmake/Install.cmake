@@ -1,9 +1,9 @@
-# Everything relocatable, where Debian expects it.
+# Installs a relocatable tree with the folders that Debian expects.
 include(CMakePackageConfigHelpers)
 set(headers ${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize)
 set(package ${CMAKE_INSTALL_LIBDIR}/cmake/zorl2_serialize)
-# An installed program finds the library beside it, wherever the tree stands; below /usr the loader
-# looks there anyway. The library itself is defined before this line and has no run path.
+# An installed program finds the library in its own tree, wherever that is; below /usr the loader
+# searches there in any case. The library itself is defined before this line and has no run path.
 if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
   set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 endif()
@@ -34,7 +34,7 @@ install(FILES ${PROJECT_BINARY_DIR}/zorl2_serializeConfig.cmake
   ${PROJECT_BINARY_DIR}/zorl2_serializeConfigVersion.cmake
   DESTINATION ${package} COMPONENT development)
 
-# pkg-config: the prefix is found from where the module itself stands.
+# The pkg-config modules derive the prefix from their own place.
 set(pkgconfig ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH pc_prefix /prefix/${pkgconfig} /prefix)
 string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")

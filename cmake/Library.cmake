@@ -1,6 +1,6 @@
 # The library itself.
-# The folders decide what it consists of: every header in native/, convert/ and c_api/ is public and
-# installed, those in convert/internal/ are not.
+# The folders determine its contents: every header in native/, convert/ and c_api/ is public and
+# installed; those in convert/internal/ are not.
 foreach(folder IN ITEMS native convert c_api)
   string(TOUPPER ${folder} upper)
   file(GLOB ZORL2_${upper}_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
@@ -13,7 +13,7 @@ endforeach()
 file(GLOB ZORL2_CHECK_HEADERS CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}
      ${PROJECT_SOURCE_DIR}/check/*.h)
 
-# How every object of the library is compiled.
+# The options of every object of the library.
 add_library(zorl2_object_options INTERFACE)
 target_include_directories(zorl2_object_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_include_directories(zorl2_object_options SYSTEM INTERFACE ${ZORL2_GENERATED_DIR})
@@ -33,13 +33,13 @@ add_library(zorl2_generated OBJECT ${ZORL2_GENERATED_SOURCES})
 target_link_libraries(zorl2_generated PRIVATE zorl2_object_options)
 target_compile_options(zorl2_generated PRIVATE -w)
 add_dependencies(zorl2_generated zorl2_schema)
-# Generated sources are made to stand alone: as one they do not compile.
+# The generated sources do not compile as one source.
 set_target_properties(zorl2_generated PROPERTIES POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
 
 add_library(zorl2_own OBJECT ${ZORL2_SOURCES})
 target_link_libraries(zorl2_own PRIVATE zorl2_object_options)
 add_dependencies(zorl2_own zorl2_schema)
-# One translation unit in every build type: functions are inlined across files.
+# Compiles one translation unit in every build type, so that functions are inlined across files.
 set_target_properties(zorl2_own PROPERTIES
   POSITION_INDEPENDENT_CODE ON UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
 zorl2_warnings(zorl2_own)
@@ -60,7 +60,7 @@ target_compile_features(zorl2_serialize PUBLIC cxx_std_17)
 target_include_directories(zorl2_serialize PUBLIC
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize>)
-# The prefix is written out: of a system directory CMake exports a relative path as it stands.
+# Writes the prefix explicitly, because CMake does not add it to a relative system directory.
 set(installed_generated_dir ${CMAKE_INSTALL_INCLUDEDIR}/zorl2_serialize/serialize/protobuf)
 target_include_directories(zorl2_serialize SYSTEM PUBLIC
   $<BUILD_INTERFACE:${ZORL2_GENERATED_DIR}>
@@ -68,9 +68,9 @@ target_include_directories(zorl2_serialize SYSTEM PUBLIC
 target_link_libraries(zorl2_serialize
   PUBLIC protobuf::libprotobuf PRIVATE $<BUILD_INTERFACE:zorl2_hardening>)
 add_dependencies(zorl2_serialize zorl2_own)
-# All symbols are bound at load, so the host functions must be defined by then.
+# Binds all symbols when the library is loaded, so the host functions must be defined before.
 target_link_options(zorl2_serialize PRIVATE
-  # The runtime cannot unregister descriptors: once loaded, the library stays.
+  # The runtime cannot unregister descriptors, so a loaded library is never unloaded.
   LINKER:-z,nodelete
   LINKER:-Bsymbolic-functions LINKER:--gc-sections LINKER:--as-needed
   LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)

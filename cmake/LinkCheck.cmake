@@ -1,5 +1,5 @@
-# The functions in host_functions.txt are the only symbols that the library leaves to the process
-# that loads it. Linking the same objects with a stand-in for just these fails on any other.
+# The process that loads the library must define the functions in host_functions.txt, and only these.
+# This links the same objects with a substitute for these functions, which fails if another is missing.
 file(STRINGS ${PROJECT_SOURCE_DIR}/cmake/host_functions.txt names)
 set(stub "")
 foreach(name IN LISTS names)

@@ -1,4 +1,4 @@
-# The input of debhelper for the three Debian packages. scripts/package does all of it.
+# The input of debhelper for the three Debian packages. scripts/package runs all steps.
 option(ZORL2_PACKAGE "Prepare the Debian packages (needs the prefix /usr)" OFF)
 if(NOT ZORL2_PACKAGE)
   return()

@@ -1,10 +1,10 @@
-# Runs protoc over the schema. Its remark that a file names no syntax is left out: the files are
-# proto2 on purpose and say so by saying nothing. Every other word of protoc comes through.
+# Runs protoc on the schema. Suppresses the warning that a file names no syntax, because proto2 is the
+# default and intended. Shows everything else that protoc prints.
 file(MAKE_DIRECTORY ${OUT_DIR})
 list(TRANSFORM NAMES APPEND .proto OUTPUT_VARIABLE files)
 execute_process(
   COMMAND ${PROTOC} --proto_path=${PROTO_DIR}
-          # The attribute itself, so that a consumer needs no macro.
+          # Writes the attribute itself, so that a consumer needs no macro.
           "--cpp_out=dllexport_decl=__attribute__((visibility(\"default\"))):${OUT_DIR}"
           --include_imports --descriptor_set_out=${DESCRIPTOR_SET} ${files}
   RESULT_VARIABLE result ERROR_VARIABLE said)

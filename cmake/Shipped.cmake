@@ -1,4 +1,4 @@
-# What is shipped: the library, zorl2::host, zorl2::check and every target of tools/.
+# Everything that is shipped: the library, zorl2::host, zorl2::check and every target of tools/.
 include(${CMAKE_CURRENT_LIST_DIR}/TargetsBelow.cmake)
 set(shipped zorl2_host zorl2_check)
 if(ZORL2_BUILD_TOOLS)

@@ -1,4 +1,4 @@
-# zorl2_targets_below(RESULT DIRECTORY): the targets of a source directory and of those below it.
+# zorl2_targets_below(RESULT DIRECTORY): lists the targets of a source directory and its subdirectories.
 function(zorl2_targets_below result directory)
   get_property(targets DIRECTORY ${directory} PROPERTY BUILDSYSTEM_TARGETS)
   get_property(subdirectories DIRECTORY ${directory} PROPERTY SUBDIRECTORIES)

@@ -1,4 +1,4 @@
-# zorl2_warnings(target): the warnings that our own code is written to.
+# zorl2_warnings(target): enables the warnings for our own code.
 function(zorl2_warnings target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wconversion -Wshadow

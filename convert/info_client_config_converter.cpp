@@ -14,7 +14,7 @@ bool ZORL2InfoClientConfigConverter::Convert(const pb::InformationClient& messag
   if (!message.IsInitialized()) return false;
   config.clientAddress = message.clientaddress();
   config.protocolType = zorl2_mapping::ToNative(message.protocoltype());
-  // Added on purpose: the set keeps what it holds.
+  // Adds to the set, which keeps its other elements.
   const pb::IntfCategory& flags = message.intfcategory();
   if (flags.l1()) config.interfaceCategories.insert(L1);
   if (flags.l2()) config.interfaceCategories.insert(L2);

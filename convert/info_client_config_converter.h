@@ -28,7 +28,7 @@ class ZORL2_EXPORT ZORL2InfoClientConfigConverter final
   /// Returns: true.
   /// Throws: std::bad_alloc; the fields before the failing one are then set.
   /// Lossy: an unlisted protocol becomes PROTOCOL_UNKNOWN; an element of the set that is no
-  /// category is left out.
+  /// category is omitted.
   bool Convert(const ZORL2InfoClientConfig& config,
                zorl2::protobuf::InformationClient& message) override;
 };

@@ -9,7 +9,7 @@
 /// Converts nested native records and enumerations to their message counterparts.
 ///
 /// The functions for records set every field of the message, in the order of the fields, and do not
-/// clear it first: unknown fields stay. After an exception the fields before the failing one are
+/// clear it first: unknown fields remain. After an exception the fields before the failing one are
 /// set.
 ///
 /// The functions for enumerations translate a listed value to the value of the same name. For an

@@ -46,7 +46,7 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
   // Covers every nested message, so none of them is tested again.
   if (!message.IsInitialized()) return false;
 
-  // Prepare: whatever can fail is done before the first write to the record.
+  // Prepare: everything that can fail happens before the first write to the record.
   IntfEntry::StatusInfo statusInfo;
   ToNative(message.statusinfo(), statusInfo);
   IntfEntry::PhysicalInfo physicalInfo;
@@ -63,7 +63,7 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
   auto blockNodes = MissingNodes(entry.blockInfo, message.blockinfo_size());
 
   // Commit: nothing from here on can fail.
-  // A malformed identifier becomes all zero on purpose, and the rest of the entry is converted.
+  // A malformed identifier becomes all zero and does not reject the entry.
   ToNative(message.zorid(), entry.id);
   entry.parent = zorid_t{};
   if (message.has_parent()) ToNative(message.parent(), entry.parent);
@@ -86,7 +86,7 @@ bool IntfEntryConverter::Convert(const pb::IntfEntry& message, IntfEntry& entry)
 bool IntfEntryConverter::Convert(const IntfEntry& entry, pb::IntfEntry& message) {
   message.Clear();
   ToMessage(entry.getId(), ZORL2_NESTED(message, zorid));
-  // Always present: the record cannot tell a missing parent from the all-zero identifier.
+  // Always present, because the record cannot tell a missing parent from the all-zero identifier.
   ToMessage(entry.getParent(), ZORL2_NESTED(message, parent));
   ToMessage(entry.getGeneralInfo(), ZORL2_NESTED(message, generalinfo));
   ToMessage(entry.getStatusInfo(), ZORL2_NESTED(message, statusinfo));

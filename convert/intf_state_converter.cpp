@@ -20,8 +20,8 @@ template class Converter<pb::BlockStateSync, BlockStateInfoSyncSignal>;
 
 namespace {
 
-// Inverses of each other. L1_PROTO and L2_PROTO have no entry on purpose: a state signal for either
-// is rejected in both directions.
+// The two maps are inverses of each other. L1_PROTO and L2_PROTO have no entry, so a state signal
+// for either is rejected in both directions.
 // clang-format off
 const std::map<pb::ProtocolType, ProtocolType> protocolTypeFromMessage = {
     {pb::PROTOCOL_UNKNOWN, PROTOCOL_UNKNOWN}, {pb::LLDP, LLDP},
@@ -37,7 +37,8 @@ const std::map<ProtocolType, pb::ProtocolType> protocolTypeToMessage = {
 };
 // clang-format on
 
-// What differs between the two signals: the names of their members and the translation of a state.
+// The differences between the two signals: the names of their members and the translation of a
+// state.
 struct Shut {
   using Message = pb::ShutStateSync;
   using Signal = ShutStateInfoSyncSignal;
@@ -72,10 +73,10 @@ template <typename Kind>
 bool MessageToNative(const typename Kind::Message& message, typename Kind::Signal& signal) {
   if (!message.IsInitialized()) return false;
   signal.protocol = protocolTypeFromMessage.at(Kind::Protocol(message));
-  // Merged on purpose: interfaces that the message does not name keep their states.
+  // Merges: interfaces that the message does not name keep their states.
   auto& states = signal.*Kind::kStates;
-  // Peers send ascending identifiers, so the entry after the one set last is a good hint. At the
-  // end it stays there: stepping past the last entry walks up the tree.
+  // Peers send ascending identifiers, so the entry after the one set last is a good hint. The hint
+  // does not step past the last entry, which would walk up the tree.
   auto hint = states.begin();
   for (const auto& info : message.intfs()) {
     zorid_t id;
@@ -95,7 +96,7 @@ bool NativeToMessage(const typename Kind::Signal& signal, typename Kind::Message
   intfs.Reserve(static_cast<int>(states.size()));
   for (const auto& [id, state] : states) {
     auto& info = *intfs.Add();
-    // This direction of an identifier cannot fail; the report is there in case a later one can.
+    // This direction of an identifier cannot fail. The report is ready for a conversion that can.
     if (!ToMessage(id, ZORL2_NESTED(info, zorid))) TerminateProcess(Kind::kToMessage);
     info.set_state(Kind::MessageState(state));
   }

@@ -16,8 +16,7 @@ bool LagMemberConverter::Convert(const pb::LagMemberOperationProto& message,
                                  LagMemberOperation& operation) {
   if (!message.IsInitialized()) return false;
   if (!message.has_lag() || !message.has_member()) return false;
-  // A malformed identifier zeroes its destination, so a rejected operation must not reach the
-  // record.
+  // A malformed identifier zeroes its destination, so both are converted before the record changes.
   zorid_t lag;
   zorid_t member;
   if (!ToNative(message.lag(), lag) || !ToNative(message.member(), member)) return false;

@@ -1,8 +1,7 @@
 // A batch of entries for one client, built on an arena.
 //
-// Everything that belongs to the batch is allocated from the arena and given back at once by
-// Reset: no message is destroyed on its own. The converters work on a message of an arena as on
-// any other.
+// Everything in the batch is allocated from the arena, and Reset() releases it all at once; no
+// message is destroyed on its own. The converters treat a message on an arena like any other.
 #include <google/protobuf/arena.h>
 
 #include <cstdio>
@@ -37,24 +36,24 @@ int main() {
 
   IntfEntryConverter entries;
   google::protobuf::Arena arena;
-  std::string octets;
+  std::string bytes;
   for (unsigned batch = 0; batch < 3; ++batch) {
     auto* list = google::protobuf::Arena::CreateMessage<pb::IntfEntryList>(&arena);
     if (!ZORL2InfoClientConfigConverter().Convert(client, *list->mutable_infoclient())) return 1;
     for (unsigned number = 0; number < 200; ++number) {
-      // Added to the list first and filled in place: nothing is copied into it afterwards.
+      // Adds the message to the list first and fills it in place, so that nothing is copied.
       if (!entries.Convert(Entry(batch, number), *list->add_intfentry())) return 1;
     }
-    if (!list->SerializeToString(&octets)) return 1;
-    std::printf("batch %u: %d entries, %zu octets on the wire, %llu octets of the arena\n", batch,
-                list->intfentry_size(), octets.size(),
+    if (!list->SerializeToString(&bytes)) return 1;
+    std::printf("batch %u: %d entries, %zu bytes on the wire, %llu bytes of the arena\n", batch,
+                list->intfentry_size(), bytes.size(),
                 static_cast<unsigned long long>(arena.SpaceUsed()));
-    arena.Reset();  // list is gone
+    arena.Reset();  // also releases list
   }
 
   pb::IntfEntryList received;
   IntfEntry last;
-  if (!received.ParseFromString(octets) || received.intfentry_size() != 200 ||
+  if (!received.ParseFromString(bytes) || received.intfentry_size() != 200 ||
       !entries.Convert(received.intfentry(199), last)) {
     return 1;
   }

@@ -1,9 +1,9 @@
 // A manager and a client in two processes, joined by a pair of sockets.
 //
 // The manager sends an interface entry, a shutdown signal and a blocking signal. The client turns
-// each into its native record, applies it, and sends its entry back, so that the manager can see
-// that nothing was lost. Each message travels behind one octet that names its kind and its own
-// length: protocol buffers carry neither.
+// each into its native record, applies it, and sends its entry back, so that the manager can check
+// that nothing was lost. Each message follows one byte with its type and its length, because
+// Protocol Buffers carry neither.
 #include <google/protobuf/io/zero_copy_stream_impl.h>
 #include <google/protobuf/util/delimited_message_util.h>
 #include <sys/socket.h>
@@ -33,7 +33,7 @@ static bool Send(int fd, Kind kind, const google::protobuf::Message& message) {
          stream.Flush();
 }
 
-// False at the end of the stream.
+// Returns false at the end of the stream.
 static bool ReceiveKind(io::FileInputStream& stream, Kind& kind) {
   io::CodedInputStream coded(&stream);
   return coded.ReadRaw(&kind, 1);
@@ -44,7 +44,7 @@ static bool Receive(io::FileInputStream& stream, google::protobuf::Message& mess
   return google::protobuf::util::ParseDelimitedFromZeroCopyStream(&message, &stream, &clean_eof);
 }
 
-// A malformed identifier in a state signal ends the process, so the client checks each signal
+// A malformed identifier in a state signal terminates the process, so the client checks each signal
 // first.
 static bool Converts(const google::protobuf::Message& message) {
   const zorl2::check::Verdict verdict = zorl2::check::Check(message);
@@ -96,7 +96,7 @@ static int Client(int fd) {
     } else if (kind == Kind::kShutState) {
       pb::ShutStateSync message;
       if (!Receive(stream, message) || !Converts(message)) return 1;
-      // Merges: what the message does not name stays as it was.
+      // Merges: interfaces that the message does not name keep their states.
       if (!ShutStateConverter().Convert(message, shut)) return 1;
       std::printf("client:  protocol %d %s the port\n", shut.protocol,
                   shut.shutStates.at(kPort) ? "shuts" : "releases");
@@ -106,7 +106,7 @@ static int Client(int fd) {
       if (!BlockStateConverter().Convert(message, block)) return 1;
       std::printf("client:  protocol %d %s the port\n", block.protocol,
                   block.blockStates.at(kPort) == BLOCK_STATE_BLOCK ? "blocks" : "opens");
-      // The last of the three: answer with the entry.
+      // This is the last of the three messages, so the client sends its entry back.
       pb::IntfEntry answer;
       if (!IntfEntryConverter().Convert(entry, answer)) return 1;
       return Send(fd, Kind::kEntry, answer) ? 0 : 1;
@@ -139,7 +139,7 @@ static int Manager(int fd) {
   pb::IntfEntry answer;
   if (!ReceiveKind(stream, kind) || kind != Kind::kEntry || !Receive(stream, answer)) return 1;
   const bool same = answer.SerializeAsString() == sent.SerializeAsString();
-  std::printf("manager: the entry came back %s, %zu octets\n", same ? "unchanged" : "CHANGED",
+  std::printf("manager: the entry came back %s, %zu bytes\n", same ? "unchanged" : "CHANGED",
               answer.ByteSizeLong());
   return same ? 0 : 1;
 }

@@ -1,8 +1,8 @@
 // Many entries through one message.
 //
-// A message keeps its storage when it is cleared, and the converter clears it first: after the
-// first entry of a size, the next ones allocate nothing for the message. The same goes for the
-// buffer of octets. One record is likewise filled again and again on the way back.
+// The converter clears a message before it fills it, and a cleared message keeps its storage. After
+// the first entry, others of its size allocate nothing for the message. The buffer and the received
+// record keep their storage, too.
 #include <cstdio>
 #include <string>
 
@@ -27,21 +27,21 @@ int main() {
   IntfEntryConverter converter;
   zorl2::protobuf::IntfEntry message;
   zorl2::protobuf::IntfEntry parsed;
-  std::string octets;
+  std::string bytes;
   IntfEntry received;
   std::size_t total = 0;
   std::size_t first_size = 0;
   for (unsigned number = 0; number < 10000; ++number) {
     if (!converter.Convert(Entry(number), message)) return 1;
-    if (!message.SerializeToString(&octets)) return 1;  // replaces what octets held
-    total += octets.size();
+    if (!message.SerializeToString(&bytes)) return 1;  // reuses the capacity of bytes
+    total += bytes.size();
     if (number == 0) first_size = message.SpaceUsedLong();
 
-    if (!parsed.ParseFromString(octets) || !converter.Convert(parsed, received)) return 1;
+    if (!parsed.ParseFromString(bytes) || !converter.Convert(parsed, received)) return 1;
     if (received.getGeneralInfo().bridge_port_number != number) return 1;
   }
   std::printf(
-      "10000 entries, %zu octets; the message took %zu octets of memory after the first "
+      "10000 entries, %zu bytes; the message took %zu bytes of memory after the first "
       "and %zu after the last\n",
       total, first_size, message.SpaceUsedLong());
   return message.SpaceUsedLong() == first_size ? 0 : 1;

@@ -1,8 +1,8 @@
 // A receiver that survives every message.
 //
-// A malformed identifier in a state signal would end the process, and an unlisted value would
+// A malformed identifier in a state signal would terminate the process, and an unlisted value would
 // throw. The receiver asks zorl2::check first, logs the field and the reason, and converts the
-// rest: of a list every entry that converts.
+// rest: every entry of a list that converts.
 #include <cstdio>
 #include <string>
 
@@ -14,19 +14,19 @@
 namespace pb = zorl2::protobuf;
 namespace check = zorl2::check;
 
-// Counts what the receiver logs.
+// Counts the rejected messages.
 struct Log {
   int rejected = 0;
   int lost = 0;
 };
 
-// False, with a line in the log, for a message that does not convert.
+// Returns false for a message that does not convert, and logs the reason.
 template <typename Converter, typename Message, typename Record>
 static bool Apply(const char* name, const Message& message, Record& record, Log& log) {
   const check::Verdict verdict = check::Check(message);
   if (verdict.outcome != check::Outcome::kConverts) {
     ++log.rejected;
-    // Programs compare the rule, people read the rest.
+    // A program can compare the rule; the other texts are for people.
     std::printf("%s: %s: %s [%s]\n", name, verdict.field.c_str(), verdict.reason.c_str(),
                 std::string(verdict.rule).c_str());
     return false;
@@ -41,7 +41,7 @@ static bool Apply(const char* name, const Message& message, Record& record, Log&
 }
 
 static void ReceiveShutState(const std::string& bytes, ShutStateInfoSyncSignal& states, Log& log) {
-  // Takes a message that lacks required fields, so that the check can name them.
+  // Accepts a message without its required fields, so that the check can name them.
   pb::ShutStateSync message;
   if (!message.ParsePartialFromString(bytes)) {
     ++log.rejected;
@@ -62,7 +62,7 @@ static int ReceiveEntries(const std::string& bytes, Log& log) {
   return converted;
 }
 
-// What peers send.
+// The peer's messages.
 
 static std::string SignalBytes(int values, std::uint32_t value) {
   pb::ShutStateSync message;
@@ -79,7 +79,7 @@ static std::string ListBytes() {
   for (int i = 0; i < 3; ++i) IntfEntryConverter().Convert(entry, *list.add_intfentry());
   list.mutable_intfentry(0)->mutable_generalinfo()->set_bridge_port_number(70000);
   list.mutable_intfentry(1)->mutable_typeinfo()->clear_interfacetype();
-  // A type that this version does not list: a parser leaves the field absent.
+  // This version does not list the type, so the parser leaves the field absent.
   list.mutable_intfentry(1)->mutable_typeinfo()->mutable_unknown_fields()->AddVarint(1, 17);
   return list.SerializePartialAsString();
 }

@@ -1,5 +1,5 @@
-// Drives the builder by a program read from the input, beside a plain record that takes the same
-// steps; then converts what was built, with enumerations of any number.
+// Reads a program from the input, runs it with the builder and with a plain record, and compares
+// the two. Then converts the entry, whose enumerations may have any number.
 #include <cstring>
 
 #include "convert/intf_entry_converter.h"
@@ -11,24 +11,24 @@ namespace pb = zorl2::protobuf;
 
 namespace {
 
-// Reads values from the front of the input; behind its end everything is zero.
+// Reads values from the beginning of the input. After its end every value is zero.
 class Input {
  public:
   Input(const std::uint8_t* data, std::size_t size) : data_(data), left_(size) {}
 
   bool Empty() const { return left_ == 0; }
 
-  std::uint64_t Number(std::size_t octets) {
+  std::uint64_t Number(std::size_t bytes) {
     std::uint64_t value = 0;
-    for (; octets > 0 && left_ > 0; --octets, --left_) value = value << 8 | *data_++;
+    for (; bytes > 0 && left_ > 0; --bytes, --left_) value = value << 8 | *data_++;
     return value;
   }
 
-  // Mostly one octet with its sign, so that listed numbers are frequent; after 0x7f four octets.
+  // Reads one signed byte, so that listed numbers are frequent; after 0x7f reads four bytes.
   template <typename Enumeration>
   Enumeration Enum() {
-    const auto octet = static_cast<std::int8_t>(Number(1));
-    return static_cast<Enumeration>(octet == 0x7f ? static_cast<std::int32_t>(Number(4)) : octet);
+    const auto byte = static_cast<std::int8_t>(Number(1));
+    return static_cast<Enumeration>(byte == 0x7f ? static_cast<std::int32_t>(Number(4)) : byte);
   }
 
   bool Flag() { return Number(1) % 2 == 1; }
@@ -117,7 +117,7 @@ void Step(Input& input, IntfEntryBuilder& builder, oracle::EntryRecord& record) 
       builder.setInterfaceCategory(record.interfaceCategory = input.Enum<InterfaceCategory>());
       break;
     default: {
-      // Through a finished entry and on from there, which must leave the entry empty.
+      // Continues with a new builder from the finished entry, which must become empty.
       IntfEntry entry = builder.Build();
       builder = IntfEntryBuilder(std::move(entry));
       oracle::EntryRecord left = record;
@@ -126,7 +126,7 @@ void Step(Input& input, IntfEntryBuilder& builder, oracle::EntryRecord& record) 
       left.generalInfo.redundancy_group_phy_addr.clear();
       left.shutdownProtos.clear();
       left.blockInfo.clear();
-      // NOLINTNEXTLINE(bugprone-use-after-move): what is left behind is promised.
+      // NOLINTNEXTLINE(bugprone-use-after-move): the state of a moved-from entry is promised.
       if (proof::Text(entry) != proof::Text(left)) proof::Require("left: " + proof::Text(entry));
     }
   }
@@ -159,7 +159,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ToMessage<proof::BlockConverter, oracle::Block, pb::BlockInfo>(block);
   }
 
-  // The same numbers as messages, filled in by code that does not check them.
+  // Puts the same numbers into messages with code that does not check them.
   oracle::Status status{record.statusInfo.adminStatus,
                         record.statusInfo.operationalStatus,
                         record.statusInfo.linkStatus,

@@ -1,5 +1,5 @@
-// zorl2::check on hostile bytes, read as every message that has a native record, and as those that
-// hold such messages: what it says is what the converters do.
+// Compares zorl2::check with the converters on hostile bytes, parsed as every message type that has
+// a native record or contains such messages.
 #include "fuzz/harness.h"
 #include "tests/check/predict.h"
 
@@ -23,7 +23,7 @@ void Predict(const std::uint8_t* data, std::size_t size) {
   proof::Require(proof::WrongPrediction<Converter, Record>(message, ends_process));
 }
 
-// There is no converter to compare with; a DynamicMessage takes another way to the same answer.
+// Without a converter to compare with, compares the results for a DynamicMessage.
 template <typename Message>
 void Compare(const std::uint8_t* data, std::size_t size) {
   Message message;
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Predict<BlockStateConverter, BlockStateInfoSyncSignal, pb::BlockStateSync>(data, size);
   Predict<ZORL2InfoClientConfigConverter, ZORL2InfoClientConfig, pb::InformationClient>(data, size);
   Predict<LagMemberConverter, LagMemberOperation, pb::LagMemberOperationProto>(data, size);
-  // Parsed entries and registrations fail for missing fields only.
+  // Parsed messages of these types are rejected only for a missing field.
   Compare<pb::IntfEntryList>(data, size);
   Compare<pb::IntfIndication>(data, size);
   Compare<pb::HoldTimeConfig>(data, size);

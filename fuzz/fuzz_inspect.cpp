@@ -1,4 +1,4 @@
-// The readers of zorl2-inspect on hostile files. The first byte of an input names the type of its
+// Runs the readers of zorl2-inspect on hostile files. The first byte of an input is the type of its
 // messages (0: inferred), the second its form and whether it is a stream; the rest is the file.
 #include <google/protobuf/util/message_differencer.h>
 #include <sys/mman.h>
@@ -21,8 +21,7 @@ namespace {
 using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 
-// The tool reports on standard error what it inferred. LibFuzzer took hold of the real one at
-// start.
+// Discards standard error, where the tool reports the inferred type. LibFuzzer keeps the real one.
 class Quiet {
  public:
   Quiet() : loud_(stderr) {
@@ -59,11 +58,11 @@ int LowestFreeDescriptor() {
   return descriptor;
 }
 
-// A dump may repeat a line up to an offset of 512 MiB: the memory that takes is no finding.
+// A dump may repeat a line up to an offset of 512 MiB. The memory for this is no finding.
 bool RepeatsTooMuch(std::string_view content) {
   for (std::size_t at = content.find('*'); at != content.npos; at = content.find('*', at + 1)) {
-    const std::string behind(content.substr(at + 1, 80));
-    if (std::strtoull(behind.c_str(), nullptr, 16) > 0x10000) return true;
+    const std::string offset(content.substr(at + 1, 80));
+    if (std::strtoull(offset.c_str(), nullptr, 16) > 0x10000) return true;
   }
   return false;
 }
@@ -76,7 +75,8 @@ class ErrorCount : public zorl2_inspect::WireVisitor {
   int errors = 0;
 };
 
-// Whether JSON can hold the whole message; and the text format, which takes any octets.
+// Whether JSON and the text format can hold the whole message. The text format accepts any bytes in
+// texts.
 struct Holds {
   bool json = true;
   bool text = true;
@@ -116,14 +116,14 @@ void RequireSame(const Message& message, const std::string& bytes, const char* w
   }
 }
 
-// What the walk without a message says of the bytes is what the runtime says.
+// Requires that the wire walker and the runtime's parser agree on the bytes.
 bool Walk(std::string_view bytes, const google::protobuf::Descriptor& type) {
   ErrorCount count;
   const bool whole = zorl2_inspect::WalkWire(bytes, type, 0, count);
   const bool parsed = zorl2_inspect::NewMessage(type)->ParsePartialFromArray(
       bytes.data(), static_cast<int>(bytes.size()));
   if (whole != parsed || whole != (count.errors == 0)) {
-    proof::Require("the walk " + std::string(whole ? "takes" : "refuses") +
+    proof::Require("the walk " + std::string(whole ? "accepts" : "rejects") +
                    " what the runtime does not: " + type.name() + " " +
                    proof::Hex(std::string(bytes)));
   }
@@ -178,7 +178,7 @@ void ReadRecords(const zorl2_inspect::InputOptions& options) {
     if (accepted != whole) {
       proof::Require(whole ? "a whole message is rejected" : "a damaged message is accepted");
     }
-    // Forms are compared only for messages that have their required fields.
+    // Compares the forms only for messages with their required fields.
     if (!accepted || !message->IsInitialized()) continue;
     CheckForms(*message);
   }

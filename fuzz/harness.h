@@ -1,5 +1,5 @@
-// What every converter's harness does with hostile bytes: parse, convert to native, compare with
-// the oracle, convert back, compare again, and make sure that a second trip changes nothing.
+// Runs a converter on hostile bytes: parses, converts to native, compares with the oracle, converts
+// back, compares again, and checks that a second trip changes nothing.
 #pragma once
 
 #include <google/protobuf/stubs/logging.h>
@@ -26,8 +26,8 @@ inline void Silence() {
   static_cast<void>(previous);
 }
 
-// What the harness's host functions throw instead of returning, so that a fault does not end the
-// fuzzer: it leaves the conversion before it can call exit.
+// Thrown by the harness's host functions, so that a fault leaves the conversion before it calls
+// exit and does not terminate the fuzzer.
 struct Fault {
   int severity;
   std::string function, file;
@@ -47,7 +47,7 @@ int FuzzConverter(const std::uint8_t* data, std::size_t size, Record (Generator:
   Message message;
   if (!message.ParsePartialFromArray(data, static_cast<int>(size))) return 0;
   const auto model = Read(message);
-  // A destination that is full of something, the same for the same input.
+  // A used destination. The same input always gives the same one.
   std::uint64_t seed = size;
   for (std::size_t i = 0; i < size; ++i) seed = seed * 1099511628211U + data[i];
   Generator generator(seed);
@@ -68,13 +68,13 @@ int FuzzConverter(const std::uint8_t* data, std::size_t size, Record (Generator:
   }
   if (outcome != oracle::Outcome::kTrue) return 0;
 
-  // Back, over a message that still holds the input.
+  // Converts back into a message that still holds the input.
   Record arrived = before;
   oracle::ToNative(model, arrived);
   Message once = message;
   Require(DifferenceToMessage<Converter>(arrived, model, once));
-  // The same again from the bytes that the library made: they must not change any more, unless
-  // the record cannot be sent at all.
+  // Repeats the trip with the bytes that the library wrote. They must not change, unless the record
+  // cannot be sent at all.
   if (!once.IsInitialized()) return 0;
   Message parsed;
   if (!parsed.ParseFromString(once.SerializeAsString())) Require("its own bytes do not parse");

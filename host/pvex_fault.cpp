@@ -6,7 +6,7 @@
 #include <string>
 
 void pvex_print_backtrace(void) {
-  // One frame is this function itself.
+  // Skips the frame of this function.
   const std::string frames = to_string(boost::stacktrace::stacktrace(1, 64));
   std::fprintf(stderr, "backtrace:\n%s", frames.c_str());
 }

@@ -1,5 +1,5 @@
 /// \file
-/// The visibility of public declarations. The library hides everything else.
+/// The visibility of public declarations. The library hides all other symbols.
 #pragma once
 
 /// Exports a declaration from the library.

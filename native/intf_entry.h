@@ -26,7 +26,7 @@ class IntfEntryConverter;
 /// into.
 class ZORL2_EXPORT IntfEntry {
  public:
-  /// What the configuration asks for.
+  /// The state that the configuration requests.
   enum AdminStatus : std::int32_t {
     IF_ADMIN_UP = 0,    ///< Enabled.
     IF_ADMIN_DOWN = 1,  ///< Disabled.
@@ -98,8 +98,8 @@ class ZORL2_EXPORT IntfEntry {
   /// Status and speed. The operational speed is an opaque number to this library: conversions copy
   /// it, and do not scale it or compare it with the speed table.
   struct StatusInfo {
-    AdminStatus adminStatus = IF_ADMIN_UP;     ///< What the configuration asks for.
-    OperationalStatus operationalStatus = UP;  ///< What the interface does.
+    AdminStatus adminStatus = IF_ADMIN_UP;     ///< The state that the configuration requests.
+    OperationalStatus operationalStatus = UP;  ///< Whether the interface passes traffic.
     LinkStatus linkStatus = LINK_UP;           ///< Whether the link is established.
     std::uint32_t operationalSpeed = 0;        ///< Opaque.
     bool extraShutdown = false;                ///< An additional shutdown is in force.

@@ -18,9 +18,10 @@ class ZORL2_EXPORT IntfEntryBuilder {
   /// Starts with an empty entry, all of its numbers zero.
   IntfEntryBuilder() = default;
 
-  /// Starts with the argument, whose strings and list nodes it takes over. The argument keeps its
-  /// identifiers, numbers and flags; its strings and lists are empty afterwards. Implicit, so that
-  /// a builder can be initialised from an entry with an equals sign. Throws: nothing.
+  /// Starts with the argument and moves its strings and list nodes into the builder. The argument
+  /// keeps its identifiers, numbers and flags; its strings and lists are empty afterwards.
+  /// Implicit, so that a builder can be initialised from an entry with an equals sign. Throws:
+  /// nothing.
   IntfEntryBuilder(IntfEntry&& start);  // NOLINT(google-explicit-constructor)
 
   /// Replaces the interface's own identifier.

@@ -1,5 +1,6 @@
 /// \file
-/// What one protocol asks of a set of interfaces: to be shut or released, blocked or forwarding.
+/// The states that one protocol requests for a set of interfaces: shut or released, blocked or
+/// forwarding.
 #pragma once
 
 #include <map>

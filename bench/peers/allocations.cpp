@@ -1,5 +1,5 @@
-// Counts malloc and its kin, which operator new calls too: some of the compared libraries call
-// malloc themselves. The functions below replace those of the C library in the whole process.
+// Counts malloc and its relatives instead of operator new, because some of the compared libraries
+// call malloc. The functions below replace those of the C library in the whole process.
 #include <cstddef>
 
 #include "bench/peers/peer.h"

@@ -1,5 +1,5 @@
-// A peer on top of a pair of archives that write to and read from a C++ stream, value by value. The
-// archives are made for each list, because they cannot be reset. The string is reused.
+// A peer that uses two archives to write values to a C++ stream and read them from one. Each list
+// needs new archives, because they cannot be reset. The string is reused.
 #pragma once
 
 #include <istream>

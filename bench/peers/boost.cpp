@@ -1,5 +1,5 @@
-// Boost.Serialization: its binary archive, which is not portable. A class that is handed to an
-// archive as a whole would add a version and object tracking.
+// Boost.Serialization: its binary archive, which is not portable. Members are archived one by one,
+// because a whole class would add a version and object tracking.
 #include <boost/archive/binary_iarchive.hpp>
 #include <boost/archive/binary_oarchive.hpp>
 

@@ -1,5 +1,5 @@
-// IntfEntryBuilder alone, for scale: it makes the native records, as every way to decode without
-// the converter has to, and never sees bytes.
+// IntfEntryBuilder alone, for scale: it makes the native records, as every decoder without the
+// converter must, and reads no bytes.
 #include "native/intf_entry_builder.h"
 
 #include "bench/peers/peer.h"

@@ -1,6 +1,6 @@
-// Bytes written by hand: a part of fixed size is copied as it is in memory, padding included. Both
-// sides must be built alike, and no field can be added. The reader checks only that it stays inside
-// the bytes.
+// Bytes written by hand: parts of fixed size are copied as they are in memory, with their padding.
+// Both sides must be built alike, and no field can be added. The reader checks only that it stays
+// inside the bytes.
 #include <cstring>
 #include <stdexcept>
 
@@ -11,7 +11,7 @@ namespace zorl2_peers {
 
 namespace {
 
-// The most bytes that a record can take.
+// The largest size of a record in bytes.
 std::size_t Bound(const IntfEntry& entry) {
   const IntfEntry::GeneralInfo& general = entry.getGeneralInfo();
   return sizeof(IntfEntry) + general.intf_name.size() + general.phy_addr.size() +
@@ -20,7 +20,7 @@ std::size_t Bound(const IntfEntry& entry) {
          entry.getBlockInfo().size() * sizeof(IntfEntry::BlockInfo);
 }
 
-// Writes to memory that is large enough.
+// Writes to memory, which must be large enough.
 struct Writer {
   char*& to;
 

@@ -1,5 +1,5 @@
-// Messages in a length-prefixed stream: the form in which the peers of the wire format write a list
-// of records.
+// A length-prefixed stream of messages, in which the peers with the wire format write a list of
+// records.
 #pragma once
 
 #include <google/protobuf/io/coded_stream.h>
@@ -14,7 +14,7 @@
 
 namespace zorl2_peers {
 
-// Appends the message with its length in front.
+// Appends the length of the message and the message.
 inline void Append(const google::protobuf::MessageLite& message, std::string& bytes) {
   using google::protobuf::io::CodedOutputStream;
   const auto size = static_cast<std::uint32_t>(message.ByteSizeLong());

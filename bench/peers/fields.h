@@ -1,4 +1,4 @@
-// What several peers need to know about the fields of a record.
+// The fields of a record, for several peers.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace zorl2_peers {
 
-// The size of a list, ahead of its elements.
+// The size of a list, written before its elements.
 struct Count {
   std::uint32_t value;
 };
@@ -63,7 +63,8 @@ void VisitMembers(Part& part, Visit&& visit) {
   std::apply([&](auto&... member) { (visit(member), ...); }, Members(part));
 }
 
-// Calls visit(value) with each number, flag and string of a part, or with a value that is no part.
+// Calls visit(value) with each number, flag and string of a part, or with the value itself if it is
+// no part.
 template <typename Value, typename Visit>
 void VisitScalars(Value& value, Visit&& visit) {
   if constexpr (kIsPart<std::remove_const_t<Value>>) {

@@ -1,5 +1,5 @@
 // FlatBuffers: its object API, between the record and the bytes. The builder and an object for each
-// direction are reused. The reader verifies the bytes first, as bytes from outside require.
+// direction are reused. The reader verifies the bytes first, because they may come from outside.
 #include <stdexcept>
 
 #include "bench/peers/fields.h"

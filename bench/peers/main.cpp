@@ -1,8 +1,8 @@
 // Compares ways to turn a list of native records into bytes and back, and prints a Markdown table.
 //
-// Every peer does the whole job on the same records: encode reads native records, decode overwrites
-// native records, with the converter or with IntfEntryBuilder. In each round all peers take turns,
-// so that other work of the machine affects all of them.
+// Every peer does the whole job on the same records: encode reads native records; decode overwrites
+// native records, with the converter or with IntfEntryBuilder. The peers take turns in each round,
+// so that other programs of the machine affect all of them.
 #include <google/protobuf/util/json_util.h>
 
 #include <algorithm>
@@ -43,7 +43,7 @@ const Way kWays[] = {
     {"bytes by hand", MakeByHand},
 };
 
-// What one direction takes: the times of all rounds in microseconds, and allocations.
+// The cost of one direction: the times of all rounds in microseconds, and the allocations.
 struct Cost {
   std::vector<double> times;
   double allocations = 0;
@@ -80,7 +80,7 @@ Records Load(const char* path) {
   return records;
 }
 
-// Throws unless the peer reproduces the records: this library then makes the same bytes from them.
+// Throws unless the peer reproduces the records, from which this library then makes the same bytes.
 void Check(Candidate& candidate, const Records& records, const std::string& expected) {
   const std::string name = candidate.way->name;
   const std::string_view bytes = candidate.peer->Encode(records);
@@ -145,7 +145,7 @@ void Run(const char* path, int rounds) {
       Measure(one.decode, [&] { one.peer->Decode(bytes, one.decoded); });
     }
   }
-  // Buffers that are reused hold nothing of earlier calls.
+  // Reused buffers keep nothing of earlier calls.
   for (Candidate& one : candidates) Check(one, records, expected);
   Print(candidates, records.size(), rounds);
 }
@@ -160,7 +160,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: zorl2_bench_peers IntfEntryList.json ROUNDS\n");
     return 2;
   }
-  // A second thread exists, as in a manager: without one the C library's heap takes no lock.
+  // A second thread exists, as in a manager: without one the C library's heap uses no lock.
   std::promise<void> measured;
   std::thread idle([done = measured.get_future()] { done.wait(); });
   int result = 0;

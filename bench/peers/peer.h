@@ -24,7 +24,7 @@ class Peer {
   // Overwrites `records` with the records in `bytes`. Throws if the bytes are malformed.
   virtual void Decode(std::string_view bytes, Records& records) = 0;
 
-  // These two are not measured. Only a peer that works on something else than records has them.
+  // These two are not measured. Only a peer that does not work on records has them.
   virtual void Prepare(const Records&) {}
   virtual void Collect(Records&) {}
 };

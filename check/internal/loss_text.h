@@ -1,4 +1,4 @@
-// Not installed. The texts of values that are lost.
+// Not installed. Formats the values that are lost.
 #pragma once
 
 #include <google/protobuf/reflection.h>
@@ -11,10 +11,10 @@
 
 namespace zorl2::check::internal {
 
-// "0.0.1.44"
+// Formats an identifier as "0.0.1.44".
 std::string DottedText(const zorid_t& id);
 
-// The same of an identifier in a message. A malformed one has the number of its values, too:
+// Formats an identifier of a message. Appends the number of values to a malformed one:
 // "7.8 (2 values)".
 std::string DottedText(const google::protobuf::RepeatedFieldRef<std::uint32_t>& values);
 

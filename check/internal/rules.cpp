@@ -20,7 +20,7 @@ std::string UnlistedText(int value, int first, int last) {
          std::to_string(last) + ")";
 }
 
-// The number because of which a parser left the field absent.
+// The unlisted number that a parser moved from the field to the unknown fields.
 std::optional<int> UnlistedNumber(const Message& message, const FieldDescriptor& field) {
   if (field.cpp_type() != FieldDescriptor::CPPTYPE_ENUM) return std::nullopt;
   const auto& unknown = message.GetReflection()->GetUnknownFields(message);
@@ -81,7 +81,7 @@ bool IsListed(const Entry& entry) {
   return value >= 0 && value <= kField.last;
 }
 
-// Expanded for each row, so that no value is read through a pointer.
+// A fold over the rows, so that the compiler inlines the access to each field.
 template <auto kValue, typename Entry, std::size_t... kIndices>
 Verdict CheckEnumerationsOf(const Entry& entry, std::index_sequence<kIndices...>) {
   std::size_t failed = 0;

@@ -7,7 +7,7 @@
 
 namespace zorl2_mapping {
 
-// Hosts tell the fault reports apart by these numbers, so they do not follow the source lines.
+// Hosts tell the fault reports apart by these numbers, so they are constants and not source lines.
 enum class FaultSite : int {
   kShutToNative = 64,
   kShutToMessage = 80,

@@ -1,10 +1,10 @@
-// Not installed. The field mapping of the records nested in an interface entry, both directions
-// side by side, inline because a call for each part costs as much as the part. The helper classes
-// add the initialisation test that their callers are promised; the entry's converter tests the
-// whole message once and comes here directly.
+// Not installed. The field mapping of the records nested in an interface entry, in both directions.
+// Inline, because a call for each part costs as much as the part. The helper classes add the
+// initialisation test that their callers are promised; the entry's converter tests the whole
+// message once and calls these functions directly.
 //
 // ToNative reads an initialised message. ToMessage sets every field and clears none first. In both,
-// an enumeration without a counterpart throws and leaves what was written before it.
+// an unlisted value throws, and the fields before it remain written.
 #pragma once
 
 #include <cstdint>
@@ -32,7 +32,7 @@ inline void ToNative(const zorl2::protobuf::GeneralInfo& message, IntfEntry::Gen
 inline void ToMessage(const IntfEntry::GeneralInfo& native, zorl2::protobuf::GeneralInfo& message) {
   message.set_intf_name(native.intf_name);
   message.set_phy_addr(native.phy_addr);
-  // Always present: the record has no way to say that there is none.
+  // Always present, because the record cannot express an absent number.
   message.set_bridge_port_number(native.bridge_port_number);
   message.set_redundancy_group_id(native.redundancy_group_id);
   message.set_redundancy_group_phy_addr(native.redundancy_group_phy_addr);
@@ -49,8 +49,8 @@ inline void ToNative(const zorl2::protobuf::StatusInfo& message, IntfEntry::Stat
 }
 
 inline void ToMessage(const IntfEntry::StatusInfo& native, zorl2::protobuf::StatusInfo& message) {
-  // All three are translated before the first is set: a status that cannot be translated leaves
-  // this message untouched, unlike the physical and type information below.
+  // Translates all three states before it sets the first: unlike the physical and type information
+  // below, the message remains unchanged after an unlisted state.
   const zorl2::protobuf::AdminStatus adminStatus = AdminStatusTable::ToMessage(native.adminStatus);
   const zorl2::protobuf::OperationalStatus operationalStatus =
       OperationalStatusTable::ToMessage(native.operationalStatus);
@@ -107,8 +107,7 @@ inline void ToNative(const zorl2::protobuf::TypeInfo& message, IntfEntry::TypeIn
 
 inline void ToMessage(const IntfEntry::TypeInfo& native, zorl2::protobuf::TypeInfo& message) {
   message.set_interfacetype(InterfaceTypeTable::ToMessage(native.interfaceType));
-  // The flags are replaced as a whole: nothing that the nested message held survives, unknown
-  // fields included.
+  // Replaces the flags as a whole, including their unknown fields.
   zorl2::protobuf::InterfaceFlags& flags = ZORL2_NESTED(message, interfaceflags);
   flags.Clear();
   ToMessage(native.interfaceFlags, flags);

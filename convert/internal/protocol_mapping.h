@@ -10,8 +10,8 @@
 
 namespace zorl2_mapping {
 
-// Both enumerations list the same protocols in the same order. Only the unknown protocol has
-// another place: first in a message, last in a native record.
+// Both enumerations list the same protocols in the same order, except the unknown protocol: it is
+// the first in a message and the last in a native record.
 static_assert(zorl2::protobuf::PROTOCOL_UNKNOWN == 0 && zorl2::protobuf::LLDP == LLDP + 1 &&
                   zorl2::protobuf::BACKUPLINK == BACKUPLINK + 1,
               "a message protocol has a new number");

@@ -52,7 +52,7 @@ void AddBuffers(const intf_entry_t& record, std::vector<void*>& memory) {
                 {record.intf_name, record.phy_addr, record.redundancy_group_phy_addr});
 }
 
-// What the watched call released, in order.
+// Expects that the watched call released this memory, in this order.
 void ExpectReleased(const std::vector<void*>& memory) {
   ASSERT_EQ(EventCount(), static_cast<int>(memory.size()));
   for (std::size_t i = 0; i < memory.size(); ++i) {
@@ -60,7 +60,7 @@ void ExpectReleased(const std::vector<void*>& memory) {
   }
 }
 
-// New memory is full of a pattern: every byte is zeroed on purpose.
+// New memory is full of a pattern, so a zero byte was written by the library.
 TEST(SingleRecord, IsOneZeroedAllocationAndThreeBuffers) {
   intf_entry_t* record = NewRecord();
   EXPECT_THAT(Events(), ElementsAre("new nothrow 104", "new[] nothrow 64", "new[] nothrow 32",
@@ -84,14 +84,14 @@ TEST(SingleRecord, IsOneZeroedAllocationAndThreeBuffers) {
   ExpectReleased(memory);
 }
 
-// The record, then each of its buffers.
+// The allocation of the record fails, then that of each of its buffers.
 TEST(SingleRecordDeathTest, AnAllocationFailureIsAnInvalidMemoryAccess) {
   for (long granted = 0; granted < 4; ++granted) {
     EXPECT_EXIT(NewRecord(granted), KilledBySignal(SIGSEGV), "") << granted;
   }
 }
 
-// What is no buffer is not zeroed.
+// The records of a list are not zeroed.
 TEST(List, IsAHeaderAnArrayAndThreeBuffersForEachRecord) {
   intf_entry_list_t* list = NewList(2);
   EXPECT_THAT(Events(), ElementsAre("new 16", "new[] 208", "new[] nothrow 64", "new[] nothrow 32",
@@ -118,7 +118,7 @@ TEST(List, IsAHeaderAnArrayAndThreeBuffersForEachRecord) {
   ExpectReleased(memory);
 }
 
-// The last count does not fit 16 bits. No more allocations than promised are granted.
+// The last count does not fit 16 bits. Every allocation beyond the promised ones fails.
 TEST(List, ReleasesEverything) {
   const long before = zorl2_test::allocations.live;
   for (const std::size_t count : {0, 1, 3, 1000, 70000}) {
@@ -171,7 +171,7 @@ TEST(List, WithoutAHeaderOrAnArrayIsNullAndReleasesEverything) {
   }
 }
 
-// More than fits into one array, and more than any machine has memory for.
+// Counts that do not fit into one array or into the memory of any machine.
 TEST(List, ACountThatIsTooLargeIsNullAndReleasesTheHeader) {
   for (const std::size_t count : {std::size_t{1} << 57, std::size_t{1} << 63, ~std::size_t{0},
                                   PTRDIFF_MAX / sizeof(intf_entry_t) + 1,
@@ -199,8 +199,7 @@ void* MapArray() {
   return usable ? memory : nullptr;
 }
 
-// Looks at the header after the buffers of four records, and terminates the process with what it
-// finds.
+// Once four records have their buffers, checks the header and exits with the result.
 void* ExitAfterFourRecords(const zorl2_test::Event& event) {
   if (EventCount() == 1) return MapArray();
   if (EventCount() < 2 + 4 * 3) return nullptr;

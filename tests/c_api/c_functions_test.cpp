@@ -16,7 +16,7 @@
 
 namespace {
 
-// No exception reaches a caller in C: the compiler itself says so.
+// The functions are noexcept, so no exception reaches a caller in C.
 static_assert(noexcept(init_intf_entry()) && noexcept(destroy_intf_entry(nullptr)));
 static_assert(noexcept(init_intf_entry_list(0)) && noexcept(destroy_intf_entry_list(nullptr)));
 static_assert(std::is_trivial_v<intf_entry_t> && std::is_standard_layout_v<intf_entry_t>);
@@ -97,7 +97,7 @@ TEST(List, ThreadsCreateAndDestroyIndependently) {
   for (std::thread& thread : threads) thread.join();
 }
 
-// Neither function tests its argument. The sanitizers report the same fault in their own words.
+// Neither function tests its argument. Sanitizers report this fault in their own format.
 TEST(DestroyDeathTest, ANullPointerFaults) {
 #ifdef ZORL2_SANITIZED
   const auto faulted = [](int status) { return status != 0; };

@@ -1,4 +1,4 @@
-// What converts is checked without an allocation, and so is what loses nothing.
+// Check() allocates nothing for an argument that converts, FindLosses() nothing without losses.
 #include <gtest/gtest.h>
 
 #include <google/protobuf/dynamic_message.h>
@@ -19,7 +19,7 @@ using zorl2_test::FullEntryMessage;
 
 namespace {
 
-// No first use before is needed: each call is made once.
+// Makes each call once, so that its first use is the one that counts.
 template <typename Source>
 void ExpectNone(const Source& source) {
   bool converts = false;
@@ -30,7 +30,7 @@ void ExpectNone(const Source& source) {
   EXPECT_TRUE(lossless);
 }
 
-// In a generated message, in one whose type is known at run time, and in a DynamicMessage.
+// Checks a generated message, one whose type is known at run time, and a DynamicMessage.
 template <typename Message>
 void ExpectNoneOfMessage(const Message& message) {
   ExpectNone(static_cast<const google::protobuf::Message&>(message));

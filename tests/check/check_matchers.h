@@ -1,4 +1,4 @@
-// Verdicts and losses as tests write them down.
+// Matchers and literals for verdicts and losses.
 #pragma once
 
 #include <gmock/gmock.h>

@@ -41,10 +41,10 @@ double SecondsOf(const pb::ShutStateSync& signal) {
   return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-TEST(HostileMessage, ManyDuplicatesCostWhatTheyCostOneByOne) {
+TEST(HostileMessage, TheTimeForManyDuplicatesIsLinear) {
   const double few = SecondsOf(Duplicates(kMany / 10));
   const double many = SecondsOf(Duplicates(kMany));
-  // In proportion it is 10 times as much, and 100 times if every element looked at every other.
+  // Linear time takes 10 times as long, quadratic time 100 times.
   EXPECT_LT(many, 40 * few + 0.1) << few << " s for a tenth";
 }
 

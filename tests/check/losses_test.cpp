@@ -1,4 +1,4 @@
-// What a successful conversion loses, with the field, the value and what takes its place.
+// The losses of successful conversions: the field, its value and the value that replaces it.
 #ifndef NDEBUG
 #error "messages with unlisted values can only be made by code without assertions"
 #endif
@@ -50,7 +50,7 @@ TEST(Losses, ANarrowedIdentifierIsOneLoss) {
   EXPECT_THAT(FindLosses(zorid_t{{1, 2, 3, 4}}), IsEmpty());
 }
 
-TEST(Losses, WhatDoesNotConvertLosesNothing) {
+TEST(Losses, AMessageThatDoesNotConvertLosesNothing) {
   EXPECT_THAT(LossesOfText<pb::Zorid>("value: [ 300, 1, 1 ]"), IsEmpty());
   pb::IntfEntry entry = FullEntryMessage();
   entry.clear_parent();
@@ -227,7 +227,7 @@ TEST(Losses, ElementsThatDoNotAscendLoseTheirOrder) {
                 })pb"),
               ElementsAre(Replaced("intfs", "not ascending", "ascending"),
                           Replaced("intfs[0]", "0.0.1.0", "intfs[2]")));
-  // Without the earlier element the others ascend.
+  // The elements ascend without the earlier one, so only this one is lost.
   EXPECT_THAT(LossesOfText<pb::BlockStateSync>(R"pb(
                 blockProtocol: STP
                 intfs {

@@ -1,4 +1,4 @@
-// Compares what zorl2::check says of a message or a record with what its converter does.
+// Compares the verdict and the losses of zorl2::check with what the converter does.
 #pragma once
 
 #include <google/protobuf/dynamic_message.h>
@@ -34,7 +34,7 @@ inline std::string Text(const std::vector<check::Loss>& losses) {
   return text;
 }
 
-// How a conversion that does not end the process ends, in the words of Ending().
+// How a conversion ends that does not terminate the process, in the words of Ending().
 inline std::string ExpectedEnding(const check::Verdict& verdict) {
   if (verdict.outcome == check::Outcome::kConverts) return "true";
   if (verdict.outcome == check::Outcome::kReturnsFalse) return "false";
@@ -42,7 +42,8 @@ inline std::string ExpectedEnding(const check::Verdict& verdict) {
                                          : Name(oracle::Outcome::kMapAt);
 }
 
-// The verdict on a message that lacks a field names what the runtime names first.
+// Checks that the verdict on a message without a required field names the same field as the
+// runtime.
 inline std::string WrongField(const google::protobuf::Message& message,
                               const check::Verdict& verdict) {
   if (message.IsInitialized() == (verdict.rule != "required")) {
@@ -54,7 +55,7 @@ inline std::string WrongField(const google::protobuf::Message& message,
   return "missing fields: " + message.InitializationErrorString() + "\n";
 }
 
-// What a DynamicMessage of the same bytes gives.
+// Compares the results for the message with those for a DynamicMessage of the same bytes.
 inline std::string WrongDynamic(const google::protobuf::Message& message) {
   static google::protobuf::DynamicMessageFactory factory;
   const std::unique_ptr<google::protobuf::Message> parsed(message.New());
@@ -72,8 +73,8 @@ inline std::string WrongDynamic(const google::protobuf::Message& message) {
   return actual == expected ? "" : "dynamic: " + actual + "instead of: " + expected;
 }
 
-// Empty when Check() and FindLosses() are right about the message. `ends_process(message)` converts
-// it and returns whether that ends the process.
+// Returns an empty text if Check() and FindLosses() are right about the message.
+// `ends_process(message)` converts it and returns whether that terminates the process.
 template <typename Converter, typename Record, typename Message, typename EndsProcess>
 std::string WrongPrediction(const Message& message, const EndsProcess& ends_process) {
   const check::Verdict verdict = check::Check(message);
@@ -103,7 +104,7 @@ std::string WrongPrediction(const Message& message, const EndsProcess& ends_proc
          "\nlosses: " + Text(losses);
 }
 
-// The same for a record.
+// Does the same for a record.
 template <typename Converter, typename Message, typename Record>
 std::string WrongPredictionOfRecord(const Record& record) {
   const check::Verdict verdict = check::Check(record);

@@ -1,4 +1,4 @@
-// zorl2::check next to the converters, on the inputs of the differential generator.
+// Compares zorl2::check with the converters on the inputs of the differential generator.
 #include <google/protobuf/stubs/logging.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -14,7 +14,7 @@
 
 namespace pb = zorl2::protobuf;
 
-// A child reports that its conversion has reached the fault; any other process stops at once.
+// Where a child process reports that its conversion has reached the fault; -1 in any other process.
 static int faultPipe = -1;
 
 void pvex_print_backtrace(void) {}
@@ -64,7 +64,7 @@ struct EndsInChild {
   }
 };
 
-// Now and then gives a message, and those in it, an unknown field of each kind.
+// Sometimes adds an unknown field of each kind to a message and to its nested messages.
 void AddUnknownFields(Message& message, Generator& generator) {
   const auto& reflection = *message.GetReflection();
   if (generator.Chance(5)) {

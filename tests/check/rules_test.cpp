@@ -54,7 +54,7 @@ Message Parsed(const std::string& bytes) {
   return message;
 }
 
-TEST(Rules, AVerdictOnWhatConvertsIsEmpty) {
+TEST(Rules, TheVerdictOnAMessageThatConvertsIsEmpty) {
   EXPECT_EQ(kConverts.outcome, Outcome::kConverts);
   EXPECT_THAT(kConverts.rule, IsEmpty());
   EXPECT_THAT(kConverts.field, IsEmpty());
@@ -123,7 +123,7 @@ TEST(Rules, AnUnknownFieldThatIsNoUnlistedValueIsNotTheReason) {
   EXPECT_EQ(Check(entry), Missing("typeInfo.interfaceType", "missing, required by TypeInfo"));
 }
 
-TEST(Rules, AnEntryTakesMalformedIdentifiersAndMissingOptionalFields) {
+TEST(Rules, AnEntryAcceptsMalformedIdentifiersAndMissingOptionalFields) {
   pb::IntfEntry entry = FullEntryMessage();
   entry.mutable_zorid()->add_value(5);
   entry.clear_parent();
@@ -131,7 +131,7 @@ TEST(Rules, AnEntryTakesMalformedIdentifiersAndMissingOptionalFields) {
   EXPECT_EQ(Check(entry), kConverts);
 }
 
-TEST(Rules, AnEntryTakesUnlistedProtocolsAndBlockStates) {
+TEST(Rules, AnEntryAcceptsUnlistedProtocolsAndBlockStates) {
   pb::IntfEntry entry = FullEntryMessage();
   entry.add_shutdownprotos(static_cast<pb::ProtocolType>(13));
   entry.mutable_blockinfo(0)->set_protocol(static_cast<pb::ProtocolType>(-1));
@@ -141,7 +141,7 @@ TEST(Rules, AnEntryTakesUnlistedProtocolsAndBlockStates) {
 
 TEST(Rules, AnUnlistedValueInAMessageThrows) {
   pb::IntfEntry entry = FullEntryMessage();
-  // From the last that the converter reads to the first.
+  // From the field that the converter reads last to the first.
   entry.set_intfcategory(static_cast<pb::InterfaceCategory>(5));
   EXPECT_EQ(Check(entry),
             Throws("category.unlisted", "intfCategory", "unlisted value 5 (listed: 0 to 4)"));
@@ -230,7 +230,7 @@ TEST(Rules, ASignalWithAMissingFieldIsRejected) {
       Missing("intfs[0].state", "unlisted value 2 (listed: 0 to 1), required by BlockStateInfo"));
 }
 
-TEST(Rules, ASignalOfTheTwoLayersThrows) {
+TEST(Rules, ASignalForL1ProtoOrL2ProtoThrows) {
   EXPECT_EQ(CheckText<pb::ShutStateSync>("shutProtocol: L1_PROTO intfs { zorid { } state: true }"),
             Throws("protocol.unlisted", "shutProtocol",
                    "L1_PROTO (expected a protocol of a state signal)"));
@@ -266,7 +266,7 @@ TEST(Rules, ASignalOfAnUnlistedProtocolThrows) {
             Throws("protocol.unlisted", "blockProtocol", "unlisted value -2 (listed: 0 to 12)"));
 }
 
-TEST(Rules, AMalformedIdentifierInASignalEndsTheProcess) {
+TEST(Rules, AMalformedIdentifierInASignalTerminatesTheProcess) {
   EXPECT_EQ(CheckText<pb::ShutStateSync>(R"pb(
               shutProtocol: STP
               intfs {
@@ -318,7 +318,7 @@ TEST(Rules, ARegistrationWithAMissingFieldOrFlagIsRejected) {
   EXPECT_EQ(Check(client), Missing("token", "missing, required by InformationClient"));
 }
 
-TEST(Rules, ARegistrationTakesEveryProtocolAndCategory) {
+TEST(Rules, ARegistrationAcceptsEveryProtocolAndCategory) {
   auto client = FromText<pb::InformationClient>(kClient);
   EXPECT_EQ(Check(client), kConverts);
   client.set_protocoltype(static_cast<pb::ProtocolType>(77));
@@ -340,7 +340,7 @@ TEST(Rules, AMemberOperationWithoutAnIdentifierIsRejected) {
   EXPECT_EQ(CheckText<pb::LagMemberOperationProto>("member { value: 1 }"), NoIdentifier("lag"));
   EXPECT_EQ(CheckText<pb::LagMemberOperationProto>("lag { value: [ 1, 2, 3, 4 ] }"),
             NoIdentifier("member"));
-  // Presence is tested before the sizes are.
+  // Presence is tested before the sizes.
   EXPECT_EQ(CheckText<pb::LagMemberOperationProto>("lag { }"), NoIdentifier("member"));
 }
 

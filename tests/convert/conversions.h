@@ -1,4 +1,4 @@
-// What the tests of the converters share.
+// Helpers for the tests of the converters.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -31,7 +31,7 @@ void AddUnknownField(Message& message) {
   message.mutable_unknown_fields()->AddVarint(1000, 77);
 }
 
-// The result of the call, which must write nothing to standard output or standard error.
+// Returns the result of the call, which must write nothing to standard output or standard error.
 template <typename Call>
 bool Silently(const Call& call) {
   testing::internal::CaptureStdout();
@@ -42,8 +42,8 @@ bool Silently(const Call& call) {
   return result;
 }
 
-// The conversion returns false, writes nothing to the standard streams and leaves the record
-// unchanged.
+// Expects that the conversion returns false, writes nothing to the standard streams and leaves the
+// record unchanged.
 template <typename Converter, typename Message, typename Record>
 void ExpectRejected(const Message& message, const Record& before) {
   Record record = before;

@@ -1,5 +1,5 @@
-// What all six converters share: their interface, its slots and their type information, as seen
-// from outside the library.
+// Promises of all six converters: their interface, its virtual slots and their type information, as
+// seen from outside the library.
 #include "convert/converter.h"
 
 #include <dlfcn.h>
@@ -103,7 +103,7 @@ TYPED_TEST(EveryConverter, HasMessageToNativeInSlot2AndNativeToMessageInSlot3) {
 }
 
 TYPED_TEST(EveryConverter, TheLibraryExportsItsTypeInformationAndFunctions) {
-  // Already loaded: this only asks for its handle.
+  // The library is loaded already; this only returns its handle.
   void* library = dlopen("libzorl2_serialize.so.1", RTLD_LAZY | RTLD_NOLOAD);
   ASSERT_NE(library, nullptr) << dlerror();
   for (const std::type_info* type :

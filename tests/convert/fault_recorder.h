@@ -1,5 +1,4 @@
-// Host functions that write the report of the library to standard error, for programs that link no
-// others.
+// Host functions that write the library's report to standard error.
 #pragma once
 
 #include <string>
@@ -10,7 +9,7 @@ namespace zorl2_test {
 // fault, the five arguments, then the handlers and destructors that only exit() runs.
 std::string FaultReport(int line);
 
-// To be called immediately before the fault, in the process that terminates.
+// Call this immediately before the fault, in the process that terminates.
 void ExpectFault();
 
 }  // namespace zorl2_test

@@ -33,14 +33,14 @@ using zorl2_test::Unlisted;
 
 namespace {
 
-// The entry that the message becomes, from one in which every member is different.
+// Converts the message into an entry in which every member was different.
 IntfEntry ToNative(const pb::IntfEntry& message) {
   IntfEntry entry = OtherEntry();
   EXPECT_TRUE(IntfEntryConverter().Convert(message, entry));
   return entry;
 }
 
-// A message that holds more than a conversion writes.
+// A message with fields that no conversion writes.
 pb::IntfEntry UsedMessage() {
   auto message = FromText<pb::IntfEntry>(
       "zorid { value: [7, 7, 7, 7, 7] } shutdownProtos: EFM blockInfo { protocol: LFD }");
@@ -115,7 +115,7 @@ TEST(IntfEntryConverter, MessageToNative_AnAbsentBridgePortNumberBecomesZero) {
             "- generalInfo.bridge_port_number: 4107\n+ generalInfo.bridge_port_number: 0\n");
 }
 
-TEST(IntfEntryConverter, MessageToNative_AWrongCountZeroesTheIdentifierAndTheRestIsConverted) {
+TEST(IntfEntryConverter, MessageToNative_AWrongCountZeroesTheIdentifierAndConvertsTheRest) {
   for (const char* values : {"", "value: [1, 2, 3]", "value: [1, 2, 3, 4, 5]"}) {
     pb::IntfEntry message = FullEntryMessage();
     *message.mutable_zorid() = FromText<pb::Zorid>(values);
@@ -260,7 +260,7 @@ TEST(IntfEntryConverter, MessageToNative_AnUnlistedCategoryLeavesTheEntryUnchang
   }
 }
 
-// What a used message holds after an unlisted value.
+// Converts an entry with an unlisted value into a used message and returns the message.
 template <typename Info>
 pb::IntfEntry Rejected(const Info& info) {
   IntfEntryBuilder builder(FullEntry());
@@ -297,7 +297,7 @@ TEST(IntfEntryConverter, NativeToMessage_AnUnlistedStatusLeavesAnEmptyStatusInfo
   EXPECT_THAT(Rejected(info), EqualsMessage(expected));
 }
 
-TEST(IntfEntryConverter, NativeToMessage_AnUnlistedSpeedOrDuplexModeLeavesTheFieldsBeforeIt) {
+TEST(IntfEntryConverter, NativeToMessage_AnUnlistedSpeedOrDuplexModeLeavesTheFieldsBeforeItSet) {
   pb::IntfEntry expected = UpToGeneralInfo();
   *expected.mutable_statusinfo() = FullEntryMessage().statusinfo();
   expected.mutable_physicalinfo()->set_intf_mtu(9216);
@@ -310,7 +310,7 @@ TEST(IntfEntryConverter, NativeToMessage_AnUnlistedSpeedOrDuplexModeLeavesTheFie
   EXPECT_THAT(Rejected(info), EqualsMessage(expected));
 }
 
-TEST(IntfEntryConverter, NativeToMessage_AnUnlistedTypeLeavesTheFieldsBeforeIt) {
+TEST(IntfEntryConverter, NativeToMessage_AnUnlistedTypeLeavesTheFieldsBeforeItSet) {
   pb::IntfEntry expected = UpToGeneralInfo();
   *expected.mutable_statusinfo() = FullEntryMessage().statusinfo();
   *expected.mutable_physicalinfo() = FullEntryMessage().physicalinfo();
@@ -325,7 +325,7 @@ TEST(IntfEntryConverter, NativeToMessage_AnUnlistedTypeLeavesTheFieldsBeforeIt) 
   EXPECT_THAT(Rejected(info), EqualsMessage(expected));
 }
 
-TEST(IntfEntryConverter, NativeToMessage_AnUnlistedCategoryLeavesEverythingButTheCategory) {
+TEST(IntfEntryConverter, NativeToMessage_AnUnlistedCategoryLeavesEveryOtherFieldSet) {
   pb::IntfEntry expected = FullEntryMessage();
   expected.clear_intfcategory();
   for (const std::int32_t number : NumbersOutside(5)) {

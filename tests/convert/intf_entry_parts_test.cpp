@@ -54,7 +54,7 @@ struct Part {
     (IntfEntryConvertHelperZOR().*kToMessage)(record, message);
     return message;
   }
-  // What the destination holds after the exception of an unlisted value.
+  // Returns the destination after the exception for an unlisted value.
   static Record RejectedToNative(const Message& message, Record record) {
     EXPECT_TRUE(message.IsInitialized());
     ExpectInvalidKey([&] { Part().Convert(message, record); });
@@ -287,7 +287,7 @@ TEST(PhysicalPart, NativeToMessage_TheMtuKeepsItsLow32Bits) {
   }
 }
 
-TEST(PhysicalPart, AnUnlistedValueLeavesWhatComesBeforeItWritten) {
+TEST(PhysicalPart, AfterAnUnlistedValueTheFieldsBeforeItAreWritten) {
   const IntfEntry::PhysicalInfo before = Physical::OtherRecord();
   IntfEntry::PhysicalInfo expected = before;
   pb::PhysicalInfo message = Physical::FullMessage();
@@ -308,7 +308,7 @@ TEST(PhysicalPart, AnUnlistedValueLeavesWhatComesBeforeItWritten) {
               EqualsText<pb::PhysicalInfo>("intf_mtu: 9216 eth_speed: SPEED_25_GBS"));
 }
 
-TEST(TypePart, AnUnlistedValueLeavesWhatComesBeforeItWritten) {
+TEST(TypePart, AfterAnUnlistedValueTheFieldsBeforeItAreWritten) {
   const IntfEntry::TypeInfo before = Type::OtherRecord();
   pb::TypeInfo message = Type::FullMessage();
   message.set_interfacetype(Unlisted<pb::InterfaceType>());

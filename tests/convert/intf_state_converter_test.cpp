@@ -135,7 +135,7 @@ TYPED_TEST(StateConverter, MessageToNative_MergesElementsOfAnyOrder) {
     }
     std::vector<std::pair<zorid_t, bool>> elements(random() % 40);
     for (auto& element : elements) element = {id(), random() % 2 == 0};
-    // Of every third message the map holds all interfaces.
+    // For every third message the map holds all its interfaces.
     if (round % 3 == 0) {
       for (const auto& element : elements) states[element.first];
     }
@@ -161,8 +161,8 @@ TYPED_TEST(StateConverter, MessageToNative_AMissingProtocolLeavesTheSignalUnchan
   ExpectRejected<typename TypeParam::Converter>(message, this->Held());
 }
 
-// The identifier or the state of one element is missing, however many elements come before it,
-// whether they name an interface once or twice, and whether the map holds their interfaces.
+// The identifier or the state of one element is missing. The result must depend neither on the
+// number of elements before it, nor on duplicate interfaces, nor on the contents of the map.
 TYPED_TEST(StateConverter, MessageToNative_AnIncompleteElementLeavesTheSignalUnchanged) {
   const auto id = [](int i) {
     return Id(1, 2, static_cast<std::uint8_t>(i / 256), static_cast<std::uint8_t>(i % 256));
@@ -197,7 +197,7 @@ TYPED_TEST(StateConverter, MessageToNative_AnAbsentIdentifierIsNotRead) {
   ExpectRejected<typename TypeParam::Converter>(message, this->Held());
 }
 
-// Otherwise the identifier would terminate the process.
+// The malformed identifier would terminate the process if it were converted first.
 TYPED_TEST(StateConverter, MessageToNative_RejectionsComeBeforeAMalformedIdentifier) {
   auto message = EmptyMessage<TypeParam>(pb::LFD);
   AddValues<TypeParam>(message, {1, 2, 3}, true);

@@ -16,7 +16,7 @@ bool ToNative(const pb::Zorid&, zorid_t&) { return false; }
 bool ToMessage(const zorid_t&, pb::Zorid&) { return false; }
 }  // namespace zorl2_mapping
 
-// This program defines the converters a second time, on purpose.
+// AddressSanitizer must allow that this program defines the converters a second time.
 extern "C" const char* __asan_default_options() { return "detect_odr_violation=0"; }
 
 namespace {

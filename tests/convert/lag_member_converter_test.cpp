@@ -82,7 +82,7 @@ TEST(LagMember, MessageToNative_KeepsTheLow8BitsOfEachValue) {
   EXPECT_EQ(operation.member, (zorid_t{{254, 0, 0, 1}}));
 }
 
-// Every byte of the record is compared, those that belong to no member included.
+// Compares every byte of the record, padding included.
 TEST(LagMember, MessageToNative_AnAbsentOrMalformedIdentifierLeavesTheRecordUnchanged) {
   constexpr int kAbsent = -1;
   constexpr int kCounts[] = {kAbsent, 0, 1, 2, 3, 4, 5, 8};

@@ -60,7 +60,7 @@ using Rows = testing::Types<AdminStatusRow, OperationalStatusRow, LinkStatusRow,
                             DuplexModeRow, InterfaceTypeRow, VlanTypeRow>;
 TYPED_TEST_SUITE(NestedEnum, Rows);
 
-// By number: l2_enums_test and the released schema say which name has which number.
+// Compares numbers; l2_enums_test and the released schema check the number of each name.
 TYPED_TEST(NestedEnum, EveryListedValueHasTheSameNumberOnBothSides) {
   const auto* descriptor = google::protobuf::GetEnumDescriptor<typename TypeParam::MessageEnum>();
   ASSERT_EQ(descriptor->value_count(), TypeParam::kValues);

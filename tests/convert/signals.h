@@ -1,4 +1,4 @@
-// The two state signals behind one interface, so that what both promise is written once.
+// One interface for the two state signals, so that a test of both is written once.
 #pragma once
 
 #include <cstdint>

@@ -14,7 +14,7 @@ using zorl2_test::EqualsText;
 
 namespace {
 
-// What an identifier that was 9.9.9.9 holds after a conversion with the given result.
+// Converts into the identifier 9.9.9.9, expects the given result, and returns the identifier.
 zorid_t Converted(std::initializer_list<std::uint32_t> values, bool expected_result) {
   pb::Zorid message;
   zorl2_test::Append(message, values);
@@ -56,7 +56,7 @@ TEST(ZoridConverter, RoundTrip_TheAllZeroIdentifierHasFourValues) {
   EXPECT_EQ(Converted({0, 0, 0, 0}, true), zorid_t{});
 }
 
-// One converter, message and identifier for all of them.
+// Reuses one converter, message and identifier for all values.
 TEST(ZoridConverter, RoundTrip_PreservesEveryOctetAtEachPlace) {
   ZORIDConverter converter;
   pb::Zorid message;

@@ -49,7 +49,7 @@ inline std::string Hex(const std::string& bytes) { return zorl2_test::ToHex(byte
 
 using zorl2_test::Text;
 
-// The record that the manager would have built from these members.
+// Builds a record from these members.
 inline IntfEntry Build(const oracle::EntryRecord& r) {
   IntfEntryBuilder builder;
   builder.addZorId(r.id).addParent(r.parent).addGeneralInfo(r.generalInfo);
@@ -61,7 +61,7 @@ inline IntfEntry Build(const oracle::EntryRecord& r) {
 
 inline std::string Text(const oracle::EntryRecord& record) { return Text(Build(record)); }
 
-// The record that the library converts, for the record that the oracle converts.
+// The library's form of the oracle's record.
 template <typename Record>
 const Record& Native(const Record& record) {
   return record;

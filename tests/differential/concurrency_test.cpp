@@ -1,5 +1,5 @@
 // Many threads share the converters and convert different values into used destinations of their
-// own. A variable that the threads share inside a converter is a wrong value here, or a race under
+// own. A variable that the converters share between threads gives a wrong value, or a race under
 // ThreadSanitizer.
 #include <google/protobuf/stubs/logging.h>
 #include <gtest/gtest.h>
@@ -43,7 +43,7 @@ void Lengthen(ShutStateInfoSyncSignal& record, Generator& g) {
   }
 }
 
-// These records keep what they held: a receiver that wants the message alone empties them.
+// Conversions merge into these containers, so they are emptied first.
 void Empty(ShutStateInfoSyncSignal& signal) { signal.shutStates.clear(); }
 void Empty(BlockStateInfoSyncSignal& signal) { signal.blockStates.clear(); }
 void Empty(ZORL2InfoClientConfig& config) { config.interfaceCategories.clear(); }
@@ -54,7 +54,7 @@ void Empty(Native&) {}
 template <typename Message, typename Native>
 class Path {
  public:
-  // `record` draws the inputs. What each becomes as a message says the oracle.
+  // `record` draws the inputs. The oracle gives the message of each.
   template <typename Record>
   Path(Generator& generator, Record (Generator::*record)()) {
     while (inputs_.size() < 8) {
@@ -90,7 +90,7 @@ class Path {
 };
 
 TEST(Concurrency, ThreadsThatConvertDifferentValuesDoNotDisturbEachOther) {
-  // Text that is not UTF-8 is a legal input; the message of the runtime about it is noise.
+  // Text that is not UTF-8 is a legal input, so the runtime's log of it is suppressed.
   google::protobuf::SetLogHandler(nullptr);
   ZORIDConverter zorids;
   IntfEntryConverter entries;

@@ -24,7 +24,7 @@
 
 namespace pb = zorl2::protobuf;
 
-// A conversion that terminates the process runs in a child, which reports here what it was told.
+// Where a child process, in which a conversion terminates, reports the fault.
 static int faultPipe = -1;
 static bool traced = false;
 
@@ -39,9 +39,9 @@ int pvex_gen_fault(int severity, const char* function, const char* file, int lin
 
 namespace {
 
-// For each direction of each of the twelve pairs.
+// The number of inputs for each direction of each of the twelve pairs.
 constexpr std::uint64_t kInputs = 10000;
-// Each of these runs in a child.
+// How many inputs run in a child process each.
 constexpr int kFatalSamples = 20;
 
 std::uint64_t Seed() {
@@ -49,7 +49,7 @@ std::uint64_t Seed() {
   return seed == nullptr ? 20260101 : std::strtoull(seed, nullptr, 10);
 }
 
-// Text that is not UTF-8 is a legal input; the message of the runtime about it is noise.
+// Text that is not UTF-8 is a legal input, so the runtime's log of it is suppressed.
 const bool silenced = [] {
   google::protobuf::SetLogHandler(nullptr);
   return true;
@@ -183,7 +183,7 @@ void Check(const char* direction, const Tally& tally, const Tally& least) {
   }
 }
 
-// The counts are lower bounds of what the generator's rates give.
+// The least counts follow from the generator's rates.
 template <typename Converter, typename Message, typename Model, typename Record>
 void Compare(Model (Generator::*message)(), const Tally& leastOfMessages,
              Record (Generator::*record)(), const Tally& leastOfRecords, bool clears = true,
@@ -213,7 +213,7 @@ TEST(Differential, IdentifiersAgree) {
                                      &Generator::NativeZorid, {{kTrue, 10000}});
 }
 
-// The unlisted values that reject an entry, as often as each occurs at least.
+// The least count for each unlisted value that rejects an entry.
 Tally NestedEnumerations(int least) {
   return {{"unlisted administrative status", least},
           {"unlisted operational status", least},

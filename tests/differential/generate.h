@@ -54,7 +54,7 @@ class Generator {
   bool Flag() { return Below(2) == 1; }
   std::uint32_t Number32() { return static_cast<std::uint32_t>(Number64()); }
   std::uint64_t Number64();
-  // 0 to last or, at the rate drawn, any number.
+  // Returns a number from 0 to last or, at the current rate, any number.
   std::int32_t Enumeration(std::int32_t last);
   std::size_t Length();
   oracle::Signal Signal(bool shut);

@@ -1,6 +1,6 @@
-// A second implementation of the conversions, so plain that reading it is checking it: no tables,
-// no shared helpers, no generated code. Tests compare the library with it. It is written from what
-// the headers promise and must never include a header of convert/.
+// A second implementation of the conversions, plain enough to be checked by reading: no tables, no
+// shared helpers, no generated code. Tests compare the library with it. It implements the promises
+// of the headers in convert/ and must never include one of them.
 #pragma once
 
 #include <cstdint>
@@ -152,7 +152,7 @@ Outcome ToMessage(const BlockStateInfoSyncSignal& native, Signal& message);
 Outcome ToMessage(const ZORL2InfoClientConfig& native, Client& message);
 Outcome ToMessage(const LagMemberOperation& native, Lag& message);
 
-// The total translations, number to number.
+// The translations of protocols and block states, which accept every number.
 std::int32_t SerializeProtocol(std::int32_t native);
 std::int32_t DeserializeProtocol(std::int32_t message);
 std::int32_t OneOrZero(std::int32_t blockState);

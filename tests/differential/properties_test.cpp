@@ -20,8 +20,8 @@ using proof::Text;
 
 namespace {
 
-// Text that is not UTF-8 is a legal input; the message of the runtime about it is noise. RC_PARAMS
-// in the environment overrides the number of inputs, and its seed repeats a run.
+// Text that is not UTF-8 is a legal input, so the runtime's log of it is suppressed. RC_PARAMS in
+// the environment overrides the number of inputs, and its seed repeats a run.
 const bool configured = [] {
   google::protobuf::SetLogHandler(nullptr);
   return setenv("RC_PARAMS", "max_success=2000", 0) == 0;
@@ -41,7 +41,7 @@ Message ThroughBytes(const Message& message) {
   return parsed;
 }
 
-// A record that converts to a message: what narrows, narrows on the first trip.
+// Converts records there and back. The first trip may lose something, the second one may not.
 template <typename Converter, typename Message, typename Record>
 void CheckTrips(const char* name, Record (Generator::*record)()) {
   const auto first_trip = [record](Generator& g) {

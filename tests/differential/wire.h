@@ -25,7 +25,7 @@ std::string Encode(const oracle::Categories& message);
 std::string Encode(const oracle::Client& message);
 std::string Encode(const oracle::Lag& message);
 
-// Sets the fields that have a value and touches no other.
+// Sets the fields that have a value, and no others.
 void Fill(const oracle::Zorid& from, zorl2::protobuf::Zorid& to);
 void Fill(const oracle::General& from, zorl2::protobuf::GeneralInfo& to);
 void Fill(const oracle::Status& from, zorl2::protobuf::StatusInfo& to);
@@ -40,7 +40,7 @@ void Fill(const oracle::Categories& from, zorl2::protobuf::IntfCategory& to);
 void Fill(const oracle::Client& from, zorl2::protobuf::InformationClient& to);
 void Fill(const oracle::Lag& from, zorl2::protobuf::LagMemberOperationProto& to);
 
-// What a message holds, read through its getters.
+// Reads a message through its getters.
 oracle::Zorid Read(const zorl2::protobuf::Zorid& message);
 oracle::General Read(const zorl2::protobuf::GeneralInfo& message);
 oracle::Status Read(const zorl2::protobuf::StatusInfo& message);

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Every relative link in README.md, CONTRIBUTING.md and docs/ leads to a file that is there.
+# Every relative link in README.md, CONTRIBUTING.md and docs/ leads to an existing file.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 

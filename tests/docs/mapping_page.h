@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// One line of a table, by column heading. Backquotes are taken off.
+// One line of a table, by column heading, without backquotes.
 using Row = std::map<std::string, std::string>;
 
 struct Section {

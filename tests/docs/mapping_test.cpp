@@ -1,4 +1,4 @@
-// docs/mapping.md against the compiled schema, the native types and what the converters do.
+// Compares docs/mapping.md with the compiled schema, the native types and the converters.
 #include <google/protobuf/descriptor.pb.h>
 #include <google/protobuf/text_format.h>
 #include <gtest/gtest.h>
@@ -95,7 +95,7 @@ TEST(MappingPage, EveryFieldOfTheSchemaHasItsLine) {
   }
 }
 
-TEST(MappingPage, NoLineNamesAFieldTwiceOrOneThatIsNotThere) {
+TEST(MappingPage, EveryLineNamesAnExistingFieldOnce) {
   std::map<std::string, const gp::Descriptor*> messages;
   for (const gp::FileDescriptor* file : Files()) {
     for (int m = 0; m < file->message_type_count(); ++m) {
@@ -134,7 +134,7 @@ TEST(MappingPage, NativeMembersAndTypesAreWhatTheCompilerSees) {
       for (int f = 0; f < file->message_type(m)->field_count(); ++f) {
         const gp::FieldDescriptor& field = *file->message_type(m)->field(f);
         const Row* row = FindRow(field);
-        if (row == nullptr) continue;  // the first test says so
+        if (row == nullptr) continue;  // EveryFieldOfTheSchemaHasItsLine reports it
         const std::string name = FieldName(field);
         if (members.count(name) == 0) {
           ADD_FAILURE() << name << " has no native member in tests/docs/native_members.cpp: "
@@ -220,7 +220,7 @@ class Walk {
     for (int i = 0; i < type.field_count(); ++i) {
       const gp::FieldDescriptor& field = *type.field(i);
       const Row* row = FindRow(field);
-      if (row == nullptr) continue;  // EveryFieldOfTheSchemaHasItsLine says so
+      if (row == nullptr) continue;  // EveryFieldOfTheSchemaHasItsLine reports it
       SCOPED_TRACE("docs/mapping.md, line of " + FieldName(field));
       Absent(path, field, Cell(*row, "Absent"));
       const std::string promise = Cell(*row, "There and back");
@@ -279,7 +279,7 @@ class Walk {
     }
   }
 
-  // Sets the field to the value (a list to four of them) and looks at it after the round trip.
+  // Sets the field to the value (a list to four of them) and checks it after the round trip.
   void Carried(const Path& path, const gp::FieldDescriptor& field, const std::string& value,
                const std::string& promise) {
     const std::unique_ptr<gp::Message> in = Copy();
@@ -301,7 +301,7 @@ class Walk {
   const RoundTrip& root_;
 };
 
-TEST(MappingPage, ThereAndBackAndAbsentAreWhatTheConvertersDo) {
+TEST(MappingPage, ThereAndBackAndAbsentMatchTheConverters) {
   for (const RoundTrip& root : RoundTrips()) {
     SCOPED_TRACE(root.sample->GetTypeName());
     Walk(root).Message({});
@@ -334,7 +334,7 @@ TEST(MappingPage, NativeToMessageNamesEveryNumberThatIsWiderNatively) {
       }
     }
   }
-  // The MTU is the only one.
+  // Only the MTU is wider natively.
   EXPECT_EQ(narrowed, 1);
   IntfEntry::PhysicalInfo physical;
   physical.intf_mtu = 4294968796;
@@ -385,7 +385,7 @@ TEST(MappingPage, EveryEnumerationValueHasItsNumbers) {
   }
 }
 
-// "throws what", or the name of the value that comes out.
+// "throws" and the text of the exception, or the name of the resulting value.
 std::string Outcome(const std::function<int(int)>& translate, int number,
                     const std::function<std::string(int)>& name) {
   try {
@@ -395,7 +395,7 @@ std::string Outcome(const std::function<int(int)>& translate, int number,
   }
 }
 
-TEST(MappingPage, UnlistedEnumerationValuesGoWhereThePageSays) {
+TEST(MappingPage, UnlistedEnumerationValuesBecomeWhatThePageSays) {
   std::map<std::string, Row> rows;
   for (const Row& row : Page().at("Enumerations").rows) rows[Cell(row, "Enumeration")] = row;
   EXPECT_EQ(rows.size(), EnumRoundTrips().size());
@@ -408,7 +408,7 @@ TEST(MappingPage, UnlistedEnumerationValuesGoWhereThePageSays) {
     const auto message_name = [&type](int number) {
       return type.FindValueByNumber(number)->name();
     };
-    // Through the translation of the listed values, so that either numbering may be used.
+    // Finds the name through the message number, because native numbers may differ.
     const auto native_name = [&](int number) {
       return message_name(translation.to_message(number));
     };

@@ -1,4 +1,4 @@
-// The native side of each mapped field, as the compiler sees it.
+// The native member of each mapped field and its type, checked by the compiler.
 #pragma once
 
 #include <string>

@@ -20,7 +20,7 @@ const std::vector<RoundTrip>& RoundTrips();
 
 struct EnumRoundTrip {
   std::string name;
-  // Both may throw. A number in, a number out.
+  // Translate a number in either direction. Both may throw.
   std::function<int(int)> to_native;
   std::function<int(int)> to_message;
 };

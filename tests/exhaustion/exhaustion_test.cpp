@@ -27,14 +27,15 @@ namespace {
 
 constexpr long kSuccess = -1;
 
-// fresh() makes the destination, operate(destination) is what fails, check(destination, granted)
-// says what the destination then holds: after a failure that followed `granted` allocations, or
-// after kSuccess. After each failure the operation must succeed on the same destination. Returns
-// the number of allocations of the operation.
+// Makes each allocation of an operation fail once. fresh() makes the destination and
+// operate(destination) runs the operation. check(destination, granted) compares what the
+// destination then holds, after a failure that followed `granted` allocations or after kSuccess.
+// After each failure the operation must succeed on the same destination. Returns the number of
+// allocations of the operation.
 template <typename Fresh, typename Operate, typename Check>
 long Exhaust(const Fresh& fresh, const Operate& operate, const Check& check) {
   {
-    // What only a first call allocates does not leak.
+    // Makes the allocations of a first call, which are kept and are no leak.
     auto destination = fresh();
     operate(destination);
   }
@@ -61,10 +62,10 @@ long Exhaust(const Fresh& fresh, const Operate& operate, const Check& check) {
   }
 }
 
-// One operation. run() exhausts it and returns the number of its allocations.
+// One operation. run() calls Exhaust() and returns the number of allocations.
 struct Case {
   std::string name;
-  long least;  // Without them the test would prove nothing.
+  long least;  // With fewer allocations the test would prove nothing.
   std::function<long()> run;
 
   friend std::ostream& operator<<(std::ostream& out, const Case& c) { return out << c.name; }
@@ -136,7 +137,8 @@ Message MessageOf(const Record& record) {
   return message;
 }
 
-// The part has nothing but fields of the whole. A text that failed may be present and empty.
+// Whether the part has only fields of the whole. A text whose allocation failed may be present and
+// empty.
 bool IsPartOf(const google::protobuf::Message& part, const google::protobuf::Message& whole) {
   std::istringstream lines(zorl2_test::MessageDifference(part, whole));
   for (std::string line; std::getline(lines, line);) {
@@ -147,8 +149,8 @@ bool IsPartOf(const google::protobuf::Message& part, const google::protobuf::Mes
   return true;
 }
 
-// Native to message: what was set before the failure remains set, so the message grows with the
-// allocations before it.
+// Native to message: the fields that were set before the failure remain set, so the message grows
+// with the number of allocations.
 template <typename Converter, typename Message, typename Record>
 Case ToMessage(const std::string& name, long least, const Record& record, const Message& before) {
   return {name, least, [=] {
@@ -174,8 +176,8 @@ Case ToMessage(const std::string& name, long least, const Record& record, const 
           }};
 }
 
-// Into a fresh message, into one of a default record, and into one that holds more than the
-// conversion writes.
+// Adds conversions into a fresh message, into that of a default record, and into one with fields
+// that the conversion does not write.
 template <typename Converter, typename Message, typename Record>
 void AddToMessage(std::vector<Case>& cases, const std::string& name, long least,
                   const Record& record) {
@@ -216,8 +218,8 @@ INSTANTIATE_TEST_SUITE_P(NativeToMessage, Exhaustion, testing::ValuesIn(ToMessag
 template <typename Record>
 using TextAfterFailure = std::function<std::string(const Record& held, long granted)>;
 
-// Message to native: the record then equals the result of the oracle, after a failure what `after`
-// says.
+// Message to native: after success the record equals the oracle's result, after a failure the text
+// that `after` returns.
 template <typename Converter, typename Message, typename Record>
 Case ToNative(const std::string& name, long allocations, const Message& message, const Record& held,
               const TextAfterFailure<Record>& after) {

@@ -11,7 +11,7 @@ namespace pb = zorl2::protobuf;
 
 extern "C" __attribute__((noinline)) void zorl2_test_caller_of_the_backtrace() {
   pvex_print_backtrace();
-  // Keeps the call above from becoming a jump, which would leave no frame here.
+  // Without a statement after it, the call would become a jump and leave no frame.
   __asm__ volatile("");
 }
 
@@ -57,7 +57,7 @@ void ConvertMalformed() {
   BlockStateConverter().Convert(message, signal);
 }
 
-// A program that only links the library and these functions learns what ended it.
+// A program that links only the library and these functions reports why it was terminated.
 TEST(HostFunctionsDeathTest, AMalformedStateSignalIsReportedOnStandardError) {
   EXPECT_EXIT(
       ConvertMalformed(), testing::ExitedWithCode(1),

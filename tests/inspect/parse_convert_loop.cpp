@@ -1,5 +1,5 @@
-// The measure for stats and roundtrip: a loop that only parses, converts both ways and serializes
-// the entries of a length-prefixed stream. Prints how many there were.
+// What the speed of stats and roundtrip is compared with: a loop that only parses, converts both
+// ways and serializes the entries of a length-prefixed stream. Prints the number of entries.
 #include <fcntl.h>
 #include <google/protobuf/io/coded_stream.h>
 #include <google/protobuf/io/zero_copy_stream_impl.h>

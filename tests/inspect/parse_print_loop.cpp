@@ -1,5 +1,5 @@
-// The measure for show: a loop that only parses the entries of a length-prefixed stream and prints
-// them as JSON with the runtime, one line each.
+// What the speed of show is compared with: a loop that only parses the entries of a length-prefixed
+// stream and prints them as JSON with the runtime, one line each.
 #include <fcntl.h>
 #include <google/protobuf/io/coded_stream.h>
 #include <google/protobuf/io/zero_copy_stream_impl.h>

@@ -22,16 +22,16 @@ SANITIZED = os.environ.get("ZORL2_SANITIZED") == "1"
 PATIENCE = 60
 
 
-def _limit(megabytes):
+def limit_memory(megabytes):
     if SANITIZED:
         return
     resource.setrlimit(resource.RLIMIT_AS, (megabytes << 20, megabytes << 20))
 
 
 def on_terminal(arguments, feed=None, env=None, stdout_too=True):
-    """Runs the tool with its outputs on a pseudo-terminal; what appeared there, and the status.
-    feed yields the bytes of standard input, at its own pace, and patterns (str) that the new output
-    must match before it goes on; or it is a function that gets the process and returns such a feed."""
+    """Runs the tool with its outputs on a pseudo-terminal. Returns the output and the exit status.
+    feed yields bytes for standard input and patterns (str); before feed continues, new output must
+    match a pattern. feed may also be a function that takes the process and returns them."""
     master, slave = pty.openpty()
     environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
     environment.update({"TERM": "xterm", **(env or {})})
@@ -96,17 +96,17 @@ class ToolTest(unittest.TestCase):
         return os.path.join(self._folder.name, name)
 
     def file(self, name, content):
-        """A file with the content, which is bytes or text; its path."""
+        """Writes a file with the content, which is bytes or text. Returns its path."""
         with open(self.path(name), "wb") as out:
             out.write(content if isinstance(content, bytes) else content.encode())
         return self.path(name)
 
     def run_tool(self, *arguments, given=b"", status=0, megabytes=512, seconds=60, env=None):
-        """The finished process; its output as text. Checks the exit status and standard error:
-        no crash, no sanitizer report, no stack trace."""
+        """Runs the tool. Returns the finished process with its output as text. Checks the exit status
+        and standard error: no crash, no sanitizer report, no stack trace."""
         done = subprocess.run(
             [TOOL, *arguments], input=given, capture_output=True,
-            timeout=seconds * (10 if SANITIZED else 1), preexec_fn=lambda: _limit(megabytes),
+            timeout=seconds * (10 if SANITIZED else 1), preexec_fn=lambda: limit_memory(megabytes),
             env=None if env is None else {**os.environ, **env})
         done.text = done.stdout.decode(errors="replace")
         done.errors = done.stderr.decode(errors="replace")
@@ -139,7 +139,8 @@ class ToolTest(unittest.TestCase):
             return int(peak.split()[1]), output.read()
 
     def assert_error(self, done, *parts):
-        """Status 2, and one last line with all the parts; at most the inferred type before it."""
+        """Checks status 2 and one error line with all the parts. Only lines with the inferred type may
+        precede it. Returns the error line."""
         self.assertEqual(done.returncode, 2, done.text[:2000] + done.errors[:2000])
         *notes, error = done.errors.splitlines()
         self.assertTrue(all(" inferred: " in note for note in notes), notes)
@@ -148,5 +149,5 @@ class ToolTest(unittest.TestCase):
         return error
 
     def rejected(self, *arguments, parts=(), **bounds):
-        """Runs the tool, which must end with such an error."""
+        """Runs the tool, which must end with such an error. Returns the error line."""
         return self.assert_error(self.run_tool(*arguments, status=2, **bounds), *parts)

@@ -15,7 +15,7 @@ class Diff(ToolTest):
         return self.diff(wire.entry_list(*before), wire.entry_list(*after), "--type",
                          "IntfEntryList", *options, status=status)
 
-    def test_equal_captures_say_so(self):
+    def test_equal_captures_are_reported_as_equal(self):
         entries = [wire.entry(), wire.entry((0, 0, 0, 8))]
         done = self.lists(entries, entries, status=0)
         self.assertEqual(done.text, "no difference in 2 elements\n")
@@ -40,7 +40,32 @@ class Diff(ToolTest):
             '+ 0.0.0.10 "new": added (ETHERNET, L2, IF_ADMIN_DOWN, UP, LINK_DOWN, shut by LACP)',
             "",
             "1 added, 1 removed, 1 changed, 1 the same"])
-        self.assertTrue(lines[0].startswith("--- ") and lines[0].endswith("a.pb (3 elements)"))
+        self.assertRegex(lines[0], "^--- .*a.pb$")
+        self.assertRegex(lines[1], "^[+]{3} .*b.pb$")
+
+    def test_changes_have_the_order_of_the_larger_capture(self):
+        few = [wire.entry((0, 0, 0, n)) for n in (9, 7, 8)]
+        many = [wire.entry((0, 0, 0, n), mtu=1) for n in (5, 9, 6, 4)]
+        self.assertEqual(self.changes(few, many),
+                         ["+ 0.0.0.5", "~ 0.0.0.9", "+ 0.0.0.6", "+ 0.0.0.4", "- 0.0.0.7",
+                          "- 0.0.0.8"])
+        self.assertEqual(self.changes(many, few),
+                         ["- 0.0.0.5", "~ 0.0.0.9", "- 0.0.0.6", "- 0.0.0.4", "+ 0.0.0.7",
+                          "+ 0.0.0.8"])
+
+    def changes(self, before, after):
+        return [" ".join(line.split()[:2]) for line in self.lists(before, after).text.splitlines()
+                if line[:2] in ("+ ", "- ", "~ ")]
+
+    def test_a_pipe_is_compared_with_a_file(self):
+        path = self.file("a.pb", wire.delimited(wire.entry(), wire.entry((0, 0, 0, 8))))
+        given = wire.delimited(*[wire.entry((0, 0, 0, 8), mtu=1)] * 3)
+        options = ["--delimited", "--type", "IntfEntry"]
+        text = self.run_tool("diff", *options, path, "-", given=given, status=1).text
+        self.assertTrue(text.endswith("\n2 added, 1 removed, 1 changed, 0 the same\n"), text)
+        text = self.run_tool("diff", *options, "-", path, given=given, status=1).text
+        self.assertTrue(text.endswith("\n1 added, 2 removed, 1 changed, 0 the same\n"), text)
+        self.assertIn('- 0.0.0.8 (occurrence 3) "ge-0/0/7": removed', text)
 
     def test_protocols_are_added_and_removed_by_name(self):
         text = self.lists([wire.entry(shut=(3,), blocks=((4, 1),))],
@@ -51,7 +76,7 @@ class Diff(ToolTest):
         self.assertIn("    + blockInfo[BACKUPLINK]: { protocol: BACKUPLINK state: "
                       "BLOCK_STATE_BLOCK }\n", text)
 
-    def test_presence_and_identifiers_are_told(self):
+    def test_changes_of_presence_and_identifiers_are_shown(self):
         text = self.lists([wire.entry(parent=None, port=5)],
                           [wire.entry(parent=(9, 8, 7, 6), port=None)]).text
         self.assertIn("    + parent: 9.8.7.6\n", text)
@@ -107,7 +132,7 @@ class Diff(ToolTest):
         report = json.loads(done.text)
         self.assertFalse(report["equal"])
         self.assertEqual([report[k] for k in ("added", "removed", "changed", "same")], [1, 1, 1, 0])
-        changed, removed, added = report["changes"]
+        added, changed, removed = sorted(report["changes"], key=lambda change: change["change"])
         self.assertEqual((changed["element"], changed["name"]), ("0.0.0.7", 'a"b'))
         self.assertIn({"change": "changed", "path": "statusInfo.operationalStatus", "old": "UP",
                        "new": "DOWN"}, changed["fields"])
@@ -119,7 +144,8 @@ class Diff(ToolTest):
     def test_names_that_are_no_text_stay_valid_json(self):
         done = self.lists([wire.entry(name=b"\xff\xfe")],
                           [wire.entry((0, 0, 0, 9), name=b"\xffx")], "--json")
-        removed, added = json.loads(done.stdout.decode("utf-8"))["changes"]
+        changes = json.loads(done.stdout.decode("utf-8"))["changes"]
+        removed, added = sorted(changes, key=lambda change: change["change"], reverse=True)
         self.assertEqual((removed["name"], added["name"]), ({"hex": "ff fe"}, {"hex": "ff 78"}))
         self.assertIn("texts that are not UTF-8 become", done.errors)
         self.assertEqual(added["value"]["zorid"], "0.0.0.9")

@@ -132,7 +132,7 @@ class Explain(ToolTest):
 
     def test_a_missing_required_field_fails_with_its_path(self):
         content = wire.entry().replace(wire.text(2, "00:11:22:33:44:55"), b"")
-        # The part is shorter now than its length says: write it anew.
+        # Write the part again, so that its length is right.
         content = wire.text(1, wire.zorid(0, 0, 0, 7)) + wire.text(3, wire.text(1, "x"))
         done = self.explain(content, "--type", "IntfEntry", status=1)
         self.assertIn("generalInfo.phy_addr", done.text)

@@ -10,7 +10,7 @@ from support import SAMPLES, SOURCE, TOOL, ToolTest
 
 
 def _split(part):
-    """The command, which continues after a backslash at the end of a line, and what follows it."""
+    """Splits off the command, which continues after a backslash at the end of a line."""
     lines = part.splitlines(keepends=True)
     end = 1
     while lines[end - 1].endswith("\\\n"):
@@ -19,7 +19,7 @@ def _split(part):
 
 
 def commands(page):
-    """Each command and the lines that the page shows after it."""
+    """Yields each command of the page and the output that follows it."""
     for block in re.findall(r"^```console\n(.*?)^```$", page, re.M | re.S):
         for part in re.split(r"^\$ ", block, flags=re.M)[1:]:
             yield _split(part)

@@ -8,7 +8,7 @@ import unittest
 
 from support import TOOL, ToolTest
 
-# What each example's exit status tells: diff and stats show differences and bad records.
+# The exit status of each example: diff and stats report differences and bad records.
 STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1, "summary": 0, "show": 0}
 
 
@@ -71,7 +71,7 @@ class Help(ToolTest):
         process.stdout.close()
         errors = process.stderr.read()
         process.stderr.close()
-        # As for every other tool in a pipe, the shell sees 141.
+        # The shell sees the status of SIGPIPE, 141, as with other tools.
         self.assertEqual(process.wait(20), -signal.SIGPIPE)
         self.assertEqual(errors, b"")
 

@@ -1,4 +1,4 @@
-"""What an enemy would feed the five views: always a verdict, never much memory or time."""
+"""Hostile input: every command gives a verdict within bounds of memory and time."""
 
 import random
 import unittest
@@ -85,7 +85,7 @@ class Hostile(ToolTest):
                              given=wire.delimited(bomb, bomb), status=1, megabytes=256)
         self.assertRegex(done.text, r"\n  (malformed|incomplete) +2\n")
 
-    def test_claims_of_four_gigabytes_cost_nothing(self):
+    def test_false_lengths_of_four_gigabytes_cost_nothing(self):
         for claim in (0xFFFFFFFF, 0x80000000, 0x7FFFFFFF, 1 << 34):
             message = b"\x0a" + wire.varint(claim) + b"\x01\x02"
             done = self.explain("IntfEntry", message, status=2, megabytes=256)
@@ -136,7 +136,7 @@ class DamagedFiles(ToolTest):
     def test_every_truncation_of_a_list_is_reported_with_its_offset(self):
         whole = wire.entry_list(wire.entry())
         for length in range(1, len(whole)):
-            # Only where the last entry begins does the rest make a whole list.
+            # Without its last entry the list is whole again.
             if whole[:length] == wire.entry_list():
                 continue
             with self.subTest(length):

@@ -24,7 +24,7 @@ class HostileInput(ToolTest):
                       self.file("input", stream),
                       parts=["record 1, offset 0x0"])
 
-    def test_nested_lengths_that_lie_are_rejected(self):
+    def test_false_nested_lengths_are_rejected(self):
         bomb = b""
         for _ in range(2000):
             bomb = wire.text(2, bomb)

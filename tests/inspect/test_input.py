@@ -1,4 +1,4 @@
-"""The forms of input, and the type if none is named."""
+"""The forms of input, and the inferred type."""
 
 import base64
 import bz2
@@ -69,7 +69,7 @@ class Input(ToolTest):
         self.rejected("show", "--type", "Zorid", self.file("input", other), parts=[
             "line 3, column 1: the offset 0000 of another dump (expected one payload, from tshark"])
 
-    def test_other_things_than_messages_are_recognised(self):
+    def test_inputs_that_are_no_messages_are_recognised(self):
         entry = wire.entry()
         size = len(entry)
         big, little = size.to_bytes(4, "big"), size.to_bytes(4, "little")
@@ -105,7 +105,7 @@ class Input(ToolTest):
                     self.assertIn(found, line)
                     self.assertIn(expected, line)
 
-    def test_the_commands_that_are_named_make_it_readable(self):
+    def test_the_suggested_commands_make_the_input_readable(self):
         entry = wire.entry()
         for content in (gzip.compress(entry), base64.b64encode(entry),
                         2 * (b"\0" + len(entry).to_bytes(4, "big") + entry),
@@ -122,7 +122,7 @@ class Input(ToolTest):
         self.rejected("show", "--type", "IntfEntry", entries, parts=[
             "list.pb: a message that fits IntfEntryList better than IntfEntry (expected --type "
             "IntfEntryList)"])
-        # A message that is whole is read all the same.
+        # A complete message is read nevertheless.
         done = self.run_tool("show", "--type", "LagMemberOperationProto",
                              self.file("entry.pb", wire.entry()), status=None)
         self.assertIn("fits IntfEntry better than LagMemberOperationProto", done.errors)
@@ -138,7 +138,7 @@ class Input(ToolTest):
         dump = ("00000000  0a 1e 00 00 00 00 00 00  00 00 00 00 00 00 00 00  |................|\n"
                 "00000010  00 00 00 00 00 00 00 00  00 00 00 00 00 00 00 00  |................|\n"
                 "*\n00000030\n")
-        # 48 bytes: the field takes 32, and a tag of the number 0 follows.
+        # Of the 48 bytes the field uses 32; a tag with the number 0 follows.
         self.rejected("show", "--type", "Zorid", self.file("input", dump), parts=["offset 0x20: the field number 0 (expected a field's tag"])
 
     def test_an_offset_that_does_not_fit_is_rejected_with_its_place(self):
@@ -186,7 +186,7 @@ class Input(ToolTest):
                 done = self.run_tool("show", self.file("input", content))
                 self.assertIn("type %s inferred: " % name, done.errors)
 
-    def test_a_type_that_is_not_clear_is_asked_for(self):
+    def test_an_ambiguous_type_is_asked_for(self):
         # The two state signals look alike on the wire.
         signal = wire.shut_signal(3, ((0, 0, 0, 1), 1))
         self.rejected("show", self.file("input", signal),
@@ -232,7 +232,7 @@ class Input(ToolTest):
                 ('{"value": [1]', "line 1, column 14", "the end"),
                 ('{"value": "1.2.3.4"}', "line 1, column 11", '"1.2.3.4" (expected an array)'),
                 ('[{"value": [1]}] {}', "line 1, column 18", "expected the end of the text"),
-                ('{"value": [1]} {}', "2 messages (expected one message)"),
+                ('{"value": [1]} {}', "2 messages (expected one message; "),
                 ('{"value": [1, 4294967296]}', "line 1, column 15", "value[1]")):
             with self.subTest(text):
                 self.rejected("show", "--input", "json", "--type", "Zorid",

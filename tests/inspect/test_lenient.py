@@ -1,4 +1,4 @@
-"""Messages that are damaged or do not convert: what is there is shown, what is wrong is marked."""
+"""Messages that are damaged or do not convert: what can be read is shown, what is wrong is marked."""
 
 import json
 import os
@@ -99,7 +99,7 @@ class Lenient(ToolTest):
         self.assertEqual([one["reason"] for one in report["differences"]],
                          ["rejected", "rejected", "narrowed"])
 
-    def test_diff_compares_what_is_there_and_marks_the_element(self):
+    def test_diff_compares_the_present_fields_and_marks_the_element(self):
         before = self.file("a.pb", wire.entry_list(wire.entry(), wire.entry((0, 0, 0, 8))))
         after = self.file("b.pb", wire.entry_list(INCOMPLETE, wire.entry((0, 0, 0, 8), mtu=1)))
         done = self.run_tool("diff", "--type", "IntfEntryList", "--input", "wire", before, after,

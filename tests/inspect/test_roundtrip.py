@@ -102,7 +102,7 @@ class RoundTrip(ToolTest):
         done = self.trip(wire.number(1, 3), "--type", "LagLoadBalanceHashType")
         self.assertIn("no native record", done.text)
 
-    def test_time_is_told_when_asked_for(self):
+    def test_the_time_is_printed_on_request(self):
         done = self.trip(wire.entry(), "--time")
         self.assertRegex(done.text, r"1 native records?, \d+\.\d\d us each")
         report = json.loads(self.trip(wire.entry(), "--time", "--json").text)

@@ -1,4 +1,4 @@
-"""Output with --json against the schema files, which are installed."""
+"""Compares output with --json with the installed schema files."""
 
 import functools
 import json
@@ -32,7 +32,7 @@ def check(name, value, definition=None):
     validator(name, definition).validate(value)
 
 
-# Everything that a form has to cope with: bytes that are no text, identifiers of other sizes, values
+# Everything that a schema must describe: bytes that are no text, identifiers of other sizes, values
 # that are lost, absent fields, unknown fields.
 ODD = wire.entry(identifier=(1, 2, 3), parent=None, port=None, name=b"a\xff", shut=(13, 3),
                  extra=wire.number(77, 5) + wire.text(78, b"\xff"))
@@ -53,7 +53,7 @@ class Schema(ToolTest):
                 self.assertEqual(form["properties"]["schema"], {"const": name + "/1"})
 
     def test_every_object_of_a_form_is_closed(self):
-        # Otherwise a member that nobody described would pass.
+        # An open object would accept members that the schema does not describe.
         def visit(part):
             if isinstance(part, dict):
                 if "properties" in part and part.get("type") == "object":

@@ -218,6 +218,15 @@ class Show(ToolTest):
         self.assertNotIn("\x1b", self.show(wire.entry_list(entry())))
         self.assertIn("\x1b[31m", self.show(wire.entry_list(entry()), "--color", "always"))
 
+    def test_several_files_are_shown_one_after_the_other(self):
+        good = self.file("good.pb", wire.entry((0, 0, 0, 7)))
+        bad = self.file("bad.pb", wire.entry((0, 0, 0, 8), category=17))
+        options = ["--input", "wire", "--type", "IntfEntry", "--json"]
+        done = self.run_tool("show", *options, bad, good, status=1)
+        self.assertLess(done.text.index('"0.0.0.8"'), done.text.index('"0.0.0.7"'))
+        self.assertIn("bad.pb: ", done.errors)
+        self.assertNotIn("good.pb", done.errors)
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -1,4 +1,4 @@
-"""Snapshots: of this machine, and of a network namespace with interfaces made for it."""
+"""Snapshots of this machine, and of a network namespace with interfaces made for the test."""
 
 import json
 import os
@@ -83,7 +83,7 @@ class NamespaceTest(ToolTest):
         self.assertEqual(port["generalInfo"]["bridge_port_number"], 1)
         self.assertEqual(port["physicalInfo"]["intf_mtu"], 1400)
         self.assertEqual(port["statusInfo"]["linkStatus"], "LINK_UP")
-        # Spanning tree listens before it forwards.
+        # A port with spanning tree listens before it forwards.
         self.assertEqual(port["blockInfo"], [{"protocol": "STP", "state": "BLOCK_STATE_BLOCK"}])
         self.assertTrue(port["statusInfo"]["extraBlocking"])
         self.assertTrue(port["typeInfo"]["interfaceFlags"]["if_l2_switching"])

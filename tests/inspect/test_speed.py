@@ -1,5 +1,6 @@
-"""The rates of stats and roundtrip compared with that of a loop that only parses, converts both ways
-and serializes; the rate of show compared with that of a loop that only parses and prints JSON. Compared by the processor time of both processes, which does not count who else had the processor."""
+"""Compares the rates of stats and roundtrip with that of a loop that only parses, converts both ways
+and serializes, and the rate of show with that of a loop that only parses and prints JSON. Compares
+processor time, because other programs do not change it."""
 
 import os
 import subprocess
@@ -25,9 +26,8 @@ def seconds(arguments):
 
 
 def share(loop, tool):
-    """Of the loop's rate, from the fastest run of each. A processor can change its speed between
-    two runs, so the two take turns, until both have met a fast time or it is clear that they will not.
-    """
+    """Returns the tool's rate as a share of the loop's, from the fastest run of each. The two take
+    turns, because a processor can change its speed, until the share is reached or after 30 turns."""
     best_loop = best_tool = float("inf")
     for turn in range(30):
         best_loop = min(best_loop, seconds(loop))

@@ -11,7 +11,7 @@ class Stats(ToolTest):
                              status=status)
         return json.loads(done.text)
 
-    def test_entries_are_counted_by_what_they_say(self):
+    def test_entries_are_counted_by_their_values(self):
         stream = wire.delimited(
             wire.entry(category=0, shut=(3, 4), blocks=((4, 1), (12, 0))),
             wire.entry(category=0, shut=(3,), blocks=(), operational=1),
@@ -85,7 +85,7 @@ class Stats(ToolTest):
                          r"^offset 0x[0-9a-f]+: generalInfo: missing, required by IntfEntry "
                          r"\[required\]$")
 
-    def test_what_would_end_the_process_is_rejected(self):
+    def test_a_record_that_would_terminate_the_process_is_rejected(self):
         stream = wire.delimited(
             wire.shut_signal(3, ((1, 2, 3, 4), 1), ((1, 2, 3), 1)), wire.shut_signal(10),
             wire.shut_signal(11), wire.shut_signal(0, ((), 0)), wire.shut_signal(3))
@@ -121,7 +121,7 @@ class Stats(ToolTest):
         self.assertEqual((report["good"], report["malformed"]), (2, 1))
         self.assertIn("offset 0x7: 5000 bytes (expected at most 4000 bytes)", report["bad"][0]["problem"])
 
-    def test_only_so_many_bad_records_are_listed(self):
+    def test_the_list_of_bad_records_is_limited(self):
         stream = wire.delimited(*[b"\xff"] * 50)
         report = self.report(stream, "--list", "3", status=1, type_name="Zorid")
         self.assertEqual((len(report["bad"]), report["unlisted"]), (3, 47))
@@ -147,7 +147,6 @@ class Stats(ToolTest):
     def test_memory_does_not_grow_with_the_stream(self):
         if SANITIZED:
             self.skipTest("AddressSanitizer keeps what is freed, so memory says nothing there")
-        # A tenth of the stream that the promise names.
         few, many = 10000, 500000
         block = wire.delimited(*[wire.entry((0, 0, i // 250, i % 250)) for i in range(1000)])
         peaks = []

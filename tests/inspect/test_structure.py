@@ -21,7 +21,7 @@ ALLOWED = {
 
 
 def sources():
-    """Path below tools/ and content of each source."""
+    """Returns the path below tools/ and the content of each source."""
     for folder, _, names in os.walk(TOOLS):
         for name in names:
             if name.endswith((".h", ".cpp")):
@@ -35,7 +35,7 @@ def includes(content):
 
 
 def find_cycle(graph):
-    """The nodes of a cycle, if there is one."""
+    """Returns the nodes of a cycle if there is one."""
     done = set()
 
     def visit(node, way):

@@ -22,7 +22,7 @@ class Summary(ToolTest):
         return self.run_tool("summary", "--type", type_name, *options, "-", given=content,
                              status=status, env=env).text
 
-    def test_who_holds_which_port(self):
+    def test_the_protocols_that_hold_a_port_are_named(self):
         got = self.report(entry_list(
             entry(name="a", shut=(3, 3), blocks=((4, 1),)), entry(name="b", shut=(3, 4), blocks=()),
             entry(name="c", shut=(), blocks=((4, 0),)), entry(name="d", shut=(), blocks=())))
@@ -61,8 +61,12 @@ class Summary(ToolTest):
         got = self.report(stream, "--delimited", type_name="IntfEntry", status=1)
         self.assertEqual((got["records"], got["malformed"], got["entries"]), (3, 1, 2))
         self.assertIn("record 2, offset", got["first_malformed"])
-        self.run_tool("summary", "--delimited", "--type", "IntfEntry", "-", given=stream[:-3],
-                      status=2)
+
+    def test_a_stream_that_ends_inside_a_record_is_summarised_to_there(self):
+        done = self.run_tool("summary", "--json", "--delimited", "--type", "IntfEntry", "-",
+                             given=delimited(entry(), entry())[:-3], status=1)
+        self.assertEqual(json.loads(done.text)["entries"], 1)
+        self.assertIn("record 2, offset 0x", done.errors)
 
     def test_ports_are_drawn_odd_above_even(self):
         # The ports are disabled, but number 4 is shut.
@@ -90,11 +94,11 @@ class Summary(ToolTest):
         self.assertLessEqual(len(lines), 24, text)
         self.assertLessEqual(max(map(len, lines)), 80, text)
 
-    def test_a_condition_narrows_the_summary(self):
+    def test_a_condition_restricts_the_summary(self):
         content = entry_list(*ports(3, mtu=1500), entry(name="x", mtu=9000))
         self.assertEqual(self.report(content, "--where", "mtu=9000")["entries"], 1)
 
-    def test_other_types_are_refused(self):
+    def test_other_types_are_rejected(self):
         done = self.run_tool("summary", "--type", "Zorid", "-", given=b"\n\4\0\0\0\7", status=2)
         self.assert_error(done, "Zorid (expected IntfEntry")
 

@@ -22,7 +22,7 @@ class Terminal(ToolTest):
         self.assertIn("\x1b[0m", seen)
 
     def test_colours_change_nothing_but_colours(self):
-        # The layout depends on the width of the terminal, so it is fixed here.
+        # Fixes the width of the terminal, because the layout depends on it.
         explain = [*self.explain, "--width", "0"]
         seen, _ = on_terminal(explain)
         plain = self.run_tool(*explain).text
@@ -30,7 +30,7 @@ class Terminal(ToolTest):
             seen = seen.replace("\x1b[%sm" % code, "")
         self.assertEqual(seen.replace("\r\n", "\n"), plain)
 
-    def test_a_pipe_gets_none(self):
+    def test_a_pipe_gets_no_colours(self):
         self.assertNotIn("\x1b", self.run_tool(*self.explain).text)
 
     def test_no_color_is_respected_unless_empty(self):
@@ -39,7 +39,7 @@ class Terminal(ToolTest):
         seen, _ = on_terminal(self.explain, env={"NO_COLOR": ""})
         self.assertIn("\x1b[", seen)
 
-    def test_a_dumb_terminal_gets_none(self):
+    def test_a_dumb_terminal_gets_no_colours(self):
         seen, _ = on_terminal(self.explain, env={"TERM": "dumb"})
         self.assertNotIn("\x1b", seen)
 
@@ -59,7 +59,7 @@ class Terminal(ToolTest):
         time.sleep(1.1)
         yield megabytes
 
-    def test_long_work_shows_progress_and_takes_it_away(self):
+    def test_long_work_shows_progress_and_removes_it(self):
         seen, status = on_terminal(["stats", "--type", "IntfEntry", "-"], self.long_work(),
                                    stdout_too=False)
         self.assertEqual(status, 0)
@@ -88,7 +88,7 @@ class Terminal(ToolTest):
                 break
         self.assertRegex(seen, r"\r\x1b\[K\[#+\.*\] +\d+ %  \d+ records  \d+/s  \d+ s left")
 
-    def test_short_work_shows_none(self):
+    def test_short_work_shows_no_progress(self):
         seen, _ = on_terminal(["stats", "--type", "IntfEntry", "-"],
                               [wire.delimited(wire.entry())], stdout_too=False)
         self.assertEqual(seen, "")

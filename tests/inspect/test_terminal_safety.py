@@ -1,4 +1,4 @@
-"""Nothing that a person reads makes a terminal do anything; binary goes to a terminal only by force."""
+"""No output for people controls a terminal, and binary data goes to a terminal only with --force."""
 
 import unittest
 

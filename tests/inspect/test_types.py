@@ -4,7 +4,7 @@ import unittest
 
 from support import ToolTest
 
-# Written from the tables of the wire and of the native side.
+# Written by hand, independently of the library.
 PROTOCOLS = ["PROTOCOL_UNKNOWN", "LLDP", "L2VM", "LACP", "STP", "ERPS", "CFM", "LBD", "LFD", "EFM",
              "L1_PROTO", "L2_PROTO", "BACKUPLINK"]
 WITH_CONVERTER = {

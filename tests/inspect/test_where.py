@@ -21,13 +21,13 @@ def capture():
 
 class Where(ToolTest):
     def selected(self, *conditions, content=None):
-        """The last values of the identifiers that are selected."""
+        """Returns the last values of the selected identifiers."""
         options = [part for condition in conditions for part in ("--where", condition)]
         path = self.file("input", content or capture())
         text = self.run_tool("show", "--json", *options, "--type", "IntfEntryList", path).text
         return [int(one["zorid"].split(".")[3]) for one in json.loads(text)["intfEntry"]] if text else []
 
-    def refused(self, condition, *parts, type_name="IntfEntryList"):
+    def rejects(self, condition, *parts, type_name="IntfEntryList"):
         path = self.file("input", capture())
         done = self.run_tool("show", "--where", condition, "--type", type_name, path, status=2)
         self.assertEqual(done.text, "")
@@ -80,7 +80,7 @@ class Where(ToolTest):
     def test_flags_are_true_or_false(self):
         self.assertEqual(self.selected("statusInfo.extraShutdown=false"), [])
         self.assertEqual(len(self.selected("statusInfo.extraShutdown=TRUE")), 4)
-        self.refused("statusInfo.extraShutdown<true", "expected = or !=")
+        self.rejects("statusInfo.extraShutdown<true", "expected = or !=")
 
     def test_all_conditions_must_hold(self):
         self.assertEqual(self.selected("shut=LACP", "mtu>1500"), [44])
@@ -90,18 +90,18 @@ class Where(ToolTest):
         self.assertEqual(self.selected("infoClient.token=other"), [])
 
     def test_wrong_conditions_are_one_line(self):
-        self.refused("operStatus=UP", '"operStatus"', "nearest is statusInfo.operationalStatus")
-        self.refused("oper=DWN", 'oper: "DWN" (expected UP, DOWN)')
-        self.refused("shut~LACCP", '"LACCP"', "LACP")
-        self.refused("mtu=many", 'mtu: "many" (expected a number)')
-        self.refused("id=0.x", "expected an identifier")
-        self.refused("mtu", "FIELD, one of")
-        self.refused("=3", "FIELD, one of")
-        self.refused("statusInfo=UP", "statusInfo.adminStatus")
-        self.refused("mtu<", "expected a value")
-        self.refused("category=L", "L1, L2")
+        self.rejects("operStatus=UP", '"operStatus"', "nearest is statusInfo.operationalStatus")
+        self.rejects("oper=DWN", 'oper: "DWN" (expected UP, DOWN)')
+        self.rejects("shut~LACCP", '"LACCP"', "LACP")
+        self.rejects("mtu=many", 'mtu: "many" (expected a number)')
+        self.rejects("id=0.x", "expected an identifier")
+        self.rejects("mtu", "FIELD, one of")
+        self.rejects("=3", "FIELD, one of")
+        self.rejects("statusInfo=UP", "statusInfo.adminStatus")
+        self.rejects("mtu<", "expected a value")
+        self.rejects("category=L", "L1, L2")
 
-    def test_nothing_selected_is_said(self):
+    def test_an_empty_selection_is_reported(self):
         done = self.run_tool("show", "--where", "mtu=1", "--type", "IntfEntryList",
                              self.file("input", capture()))
         self.assertEqual(done.text, "")
@@ -186,7 +186,7 @@ class Completion(ToolTest):
         with open(self.SCRIPT, encoding="utf-8") as script:
             return re.search(r"fields='([^']*)'", script.read())[1].split()
 
-    def test_every_completed_field_is_one(self):
+    def test_every_completed_field_exists(self):
         path = self.file("input", capture())
         self.assertGreater(len(self.fields()), 30)
         for field in self.fields():
@@ -205,7 +205,7 @@ class Completion(ToolTest):
             self.assertRegex(text, r"\b%s\b" % name)
 
     def complete(self, *words):
-        # In place of the shell's own function, which splits the line.
+        # Replaces the shell's own function, which splits the line.
         script = """source "$0"
             given=(zorl2-inspect "$@")
             _init_completion() {

@@ -1,4 +1,4 @@
-"""Messages in the wire format, written by hand: nothing here knows the library or its schema."""
+"""Writes messages in the wire format by hand, without the library and its schema."""
 
 
 SHORT = [bytes((value,)) for value in range(0x80)]
@@ -34,7 +34,7 @@ def zorid(*values):
 
 
 def flags(*values):
-    """The fields 1, 2, ... with these numbers."""
+    """Returns the fields 1, 2, ... with these numbers."""
     return b"".join(number(i, int(value)) for i, value in enumerate(values, 1))
 
 

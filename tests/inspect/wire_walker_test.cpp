@@ -1,5 +1,4 @@
-// The wire walker and the annotator and the runtime's own parser must give the same
-// verdict on any bytes.
+// The wire walker, the explained message and the runtime's own parser must agree on any bytes.
 #include "tools/wire/wire_walker.h"
 
 #include <gmock/gmock.h>
@@ -25,7 +24,7 @@ class Recorder : public zorl2_inspect::WireVisitor {
  public:
   void OnField(const WireField& field) override {
     paths.emplace_back(field.path);
-    // Nothing is left out and nothing is told twice.
+    // Every byte belongs to exactly one field.
     EXPECT_EQ(field.offset, covered);
     covered = field.offset + field.raw.size();
   }
@@ -60,7 +59,7 @@ std::string Sample() {
   return indication.SerializePartialAsString();
 }
 
-// A tag or value that means something, more often than chance would give one.
+// A meaningful tag or value, more often than random bytes would contain one.
 std::string Piece(std::mt19937& random) {
   static const std::string kPieces[] = {
       "\x0a",         "\x1a",         "\x0b",        "\x0c",     "\x4b",
@@ -166,7 +165,7 @@ TEST(WireWalker, AnUnpackedIdentifierHasTheSamePaths) {
               testing::ElementsAre("value[0]", "value", "value[1]", "value[2]", "value[3]"));
 }
 
-TEST(WireWalker, AnErrorNamesOffsetPathAndWhatStoodThere) {
+TEST(WireWalker, AnErrorNamesOffsetPathAndWhatWasFound) {
   Recorder recorder;
   // The length of the entry's identifier is three beyond its end.
   const std::string bytes("\x1a\x04\x0a\x05\x0a\x00", 6);

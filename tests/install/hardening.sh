@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# hardening.sh PREFIX: every installed program and library is linked so that an overrun buffer or a
-# damaged relocation terminates the process.
+# hardening.sh PREFIX: checks that every installed program and library is linked with the hardening
+# options.
 set -euo pipefail
 checked=0
 fail() { echo "FAILED: $file: $1; every target of cmake/Shipped.cmake links zorl2_hardening" >&2; exit 1; }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # run.sh STEP: one step of the install tests. Every step after `prefix` works on the installed tree
-# alone. Wants the variables SOURCE_DIR, BUILD_DIR, LIBDIR, VERSION,
+# alone. Requires the variables SOURCE_DIR, BUILD_DIR, LIBDIR, VERSION,
 # CONFIG, CMAKE, CC and CXX.
 set -euo pipefail
 
@@ -19,7 +19,7 @@ quiet() {
   rm -f "$log"
 }
 
-# Installs, and moves the tree: whatever follows proves that it is relocatable.
+# Installs and moves the tree, so that all other steps test that it is relocatable.
 step_prefix() {
   rm -rf "$work"
   mkdir -p "$work"
@@ -123,7 +123,7 @@ $((major + 1)).0 is rejected
 END
 }
 
-# The compiler and pkg-config, nothing else.
+# Builds with the compiler and pkg-config alone.
 step_pkg_config() {
   local in=$SOURCE_DIR/tests/install/consumer out=$work/pkg-config flags
   rm -rf "$out"
@@ -132,7 +132,7 @@ step_pkg_config() {
   [ "$(pkg-config --modversion zorl2_serialize)" = "$VERSION" ] || die "the module's version"
   [ -f "$(pkg-config --variable=descriptor_set zorl2_serialize)" ] || die "the descriptor set"
   read -ra flags <<<"$(pkg-config --cflags --libs zorl2_serialize zorl2_host)"
-  # The headers want C++17, which is what GCC speaks unasked; an older compiler must be told.
+  # The headers require C++17, the default of GCC; an older compiler needs the option.
   [ "$(echo __cplusplus | "$CXX" -E -P -x c++ -)" != 201402L ] || CXX="$CXX -std=c++17"
   $CXX -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/plain" "$in/entry.cpp" "${flags[@]}"
   $CXX -O2 -DNDEBUG -o "$out/ndebug" "$in/entry.cpp" "${flags[@]}"
@@ -149,7 +149,7 @@ step_pkg_config() {
   $CXX -Wall -Wextra -Wconversion -Wold-style-cast -Werror -o "$out/check" "$in/check.cpp" "${flags[@]}"
   "$out/check"
 
-  # The plugins want the library, their process the host functions.
+  # The plugins link the library, the program that loads them the host functions.
   local library host
   read -ra library <<<"$(pkg-config --cflags --libs zorl2_serialize)"
   read -ra host <<<"$(pkg-config --cflags --libs zorl2_host)"
@@ -163,7 +163,7 @@ step_pkg_config() {
   "$out/reopen" "$prefix/$LIBDIR/libzorl2_serialize.so"
 }
 
-# Each public header compiles on its own and with all others, the C headers also as C99.
+# Each public header compiles alone and with all others; the C headers compile as C99, too.
 step_headers() {
   local flags header headers
   read -ra flags <<<"$(pkg-config --cflags zorl2_serialize)"
@@ -184,7 +184,7 @@ step_headers() {
   echo "proved: ${#headers[@]} headers compile alone and together"
 }
 
-# The descriptor set and the schema serve protoc without anything else of the tree.
+# protoc needs only the descriptor set or the schema.
 step_schema() {
   local share=$prefix/share/zorl2_serialize decoded
   decoded=$(printf '\x0a\x04\x0a\x14\x1e\x28' |
@@ -231,7 +231,7 @@ step_packages() {
   "$SOURCE_DIR/packaging/check-packages" "$BUILD_DIR/packages-test"
 }
 
-# Warnings too, even pedantic ones. The packages are not uploaded to Debian, so their changelog
+# Any finding fails, even a pedantic one. The packages are not uploaded to Debian, so their changelog
 # closes no bug there.
 step_lintian() {
   command -v lintian >/dev/null || { echo "SKIPPED: lintian is not installed"; exit 77; }
@@ -239,7 +239,7 @@ step_lintian() {
     --suppress-tags initial-upload-closes-no-bugs "$SOURCE_DIR"/build/package/packages/*.deb
 }
 
-# The same sources in another directory give the same packages, to the byte.
+# The same sources in another directory give identical packages.
 step_reproducible() {
   local other=$BUILD_DIR/reproducible-test/a/longer/path
   rm -rf "$BUILD_DIR/reproducible-test"
@@ -252,7 +252,7 @@ step_reproducible() {
   echo "proved: the packages do not depend on the path of the sources"
 }
 
-# A new major version takes one changed line. Everything else that names it is generated.
+# A new major version needs one changed line. Everything else that names it is generated.
 step_next_version() {
   local tree=$BUILD_DIR/next-version-test
   rm -rf "$tree"
@@ -260,7 +260,7 @@ step_next_version() {
   sed -i "s/^\(project(.* VERSION \)[0-9.]*/\1$((${VERSION%%.*} + 1)).0.0/" "$tree/CMakeLists.txt"
   "$tree/scripts/package"
   "$tree/packaging/check-packages" "$tree/build/check"
-  # The released version appears only where it is history.
+  # The released version appears only in the history.
   local stale
   stale=$(grep -rlF "$VERSION" "$tree"/build/check/{tree,control} | grep -vE 'changelog|control/symbols$' || true)
   [ -z "$stale" ] || die "these files name the old version: $stale"

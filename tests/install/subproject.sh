@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # subproject.sh HOW COMPILER STANDARD GENERATOR BUILD_TYPE [nobody]: builds and runs the project in
 # tests/install/parent, with the library as a subproject of it. HOW is subdirectory or fetch;
-# BUILD_TYPE none stands for an empty one. With `nobody` all of it runs as that user. The sources and
-# the build are in a path with spaces. Requires the variable SOURCE_DIR.
+# BUILD_TYPE none means an empty build type. `nobody` runs everything as that user. The paths of the
+# sources and the build have spaces. Requires the variable SOURCE_DIR.
 set -euo pipefail
 how=$1 compiler=$2 standard=$3 generator=$4 build_type=$5 user=${6:-}
 [ "$build_type" != none ] || build_type=

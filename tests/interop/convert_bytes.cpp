@@ -1,5 +1,5 @@
-// convert_bytes MESSAGE: the message on standard input, through the native record where there is
-// one, on standard output. A message without a record is parsed and serialised.
+// convert_bytes MESSAGE: reads the message from standard input, converts it to the native record
+// and back, and writes it to standard output. A message without a record is parsed and serialized.
 #include <google/protobuf/descriptor.h>
 #include <google/protobuf/dynamic_message.h>
 
@@ -24,7 +24,7 @@ bool ThroughNative(google::protobuf::Message& message) {
   if (typed == nullptr) return true;
   Native native;
   if (!Converter().Convert(*typed, native)) return false;
-  // Into a fresh message: nothing of the input can be left over.
+  // Converts into a fresh message, which has nothing of the input.
   Message made;
   if (!Converter().Convert(native, made)) return false;
   *typed = made;

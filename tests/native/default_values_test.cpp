@@ -1,5 +1,5 @@
-// What a record holds that nobody has written to. Each is made in memory full of a pattern, so that
-// a member without a default is noticed.
+// The values of a default-constructed record. Each is made in memory full of a pattern, which shows
+// a member without a default.
 #include <gmock/gmock.h>
 
 #include <cstddef>

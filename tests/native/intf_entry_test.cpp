@@ -35,7 +35,7 @@ TEST(IntfEntry, TheGettersReturnWhatTheBuilderSet) {
   EXPECT_EQ(entry.getInterfaceCategory(), L2_SUB_IF);
 }
 
-// Callers that were built against another copy of the header find them in the library.
+// Callers that were built with another copy of the header use those of the library.
 TEST(IntfEntry, TheGettersAreFunctionsOfTheLibrary) {
   for (const char* symbol :
        {"_ZNK9IntfEntry5getIdEv", "_ZNK9IntfEntry9getParentEv", "_ZNK9IntfEntry14getGeneralInfoEv",

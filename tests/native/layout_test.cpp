@@ -43,7 +43,7 @@ TEST(Layout, IntfEntry) {
   EXPECT_EQ(Distance(entry, &entry.getBlockInfo()), 208);
 }
 
-// The category has no address to ask for, so the test reads the bytes of the record.
+// The category is private, so the test reads the bytes of the record.
 TEST(Layout, IntfEntry_TheCategoryPrecedesTheLists) {
   IntfEntryBuilder builder;
   builder.setInterfaceCategory(static_cast<InterfaceCategory>(0x4A5B6C7D));

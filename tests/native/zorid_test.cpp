@@ -30,8 +30,8 @@ TEST(Zorid, EqualOctetsAreOneKeyOfAMap) {
   EXPECT_EQ(map.begin()->second, 3);
 }
 
-// Every pair from a set in which octets differ at each place, by little, by much and across the
-// sign bit.
+// Compares every pair of a set in which the octets at each place differ by little, by much and
+// across the sign bit.
 TEST(Zorid, OrdersAsMemcmpAndAsTheBigEndianNumber) {
   std::vector<zorid_t> ids;
   const std::uint8_t values[] = {0, 1, 127, 128, 255};

@@ -1,5 +1,5 @@
-// What a hostile peer can make a receiver spend: memory as a multiple of the bytes received, and
-// the growth of both memory and time with them. The printed table is the one in SECURITY.md.
+// The costs that a hostile peer can cause: memory as a multiple of the bytes received, and the
+// growth of memory and time with these bytes. SECURITY.md has the printed table.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -74,7 +74,7 @@ void Check(const char* name, const std::function<std::string(std::size_t)>& make
   const Cost eightfold = Measure(make(8 * kReceived), receive);
   std::printf("%-42s %5.1f bytes per byte, %5.1f ns per byte\n", name, eightfold.memory,
               eightfold.nanoseconds);
-  // Linear in what was received, with room for the doubling of arrays.
+  // Linear in the bytes received, with room for the doubling of arrays.
   EXPECT_LT(eightfold.memory, 2.1 * once.memory) << name;
   EXPECT_LT(eightfold.memory, 64) << name;
 }

@@ -87,7 +87,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "no case %s\n", argv[1]);
     return 1;
   }
-  found->second();  // What is reused has its storage from here on.
+  found->second();  // Allocates the storage that the measured call reuses.
   zorl2_measured(found->second);
   return 0;
 }

@@ -1,5 +1,5 @@
-// check_schema RELEASED.txtpb CURRENT.desc: the schema test as a program that needs no message
-// class, so that it can speak before a changed schema stops the library from compiling.
+// check_schema RELEASED.txtpb CURRENT.desc: the schema test as a program without message classes.
+// It works even if the library no longer compiles with a changed schema.
 #include <google/protobuf/text_format.h>
 
 #include <fstream>
@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
               << SchemaLines(found.breaking) << kAcceptBreak << "\n";
   }
   if (!found.additions.empty()) {
-    std::cerr << "No peer minds these additions, but nothing guards them yet:\n"
+    std::cerr << "These additions affect no peer, but nothing guards them yet:\n"
               << SchemaLines(found.additions) << kAcceptAddition << "\n";
   }
   if (!found.breaking.empty() || !found.additions.empty()) return 1;

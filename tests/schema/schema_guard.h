@@ -7,10 +7,10 @@
 #include <vector>
 
 struct SchemaDifferences {
-  // What would break a peer that was built with the released schema, one sentence on each: what
-  // changed, what the peer would make of it, what to do.
+  // Changes that break a peer that was built with the released schema. One sentence for each says
+  // what changed, how it affects the peer, and what to do.
   std::vector<std::string> breaking;
-  // What no peer minds, but what the released description does not say yet.
+  // Changes that affect no peer and that the released description does not have yet.
   std::vector<std::string> additions;
 };
 

@@ -51,10 +51,10 @@ TEST(Schema, NothingBreaksAPeerOfTheReleasedSchema) {
                                          << SchemaLines(found.breaking) << kAcceptBreak;
 }
 
-TEST(Schema, TheReleasedDescriptionIsComplete) {
+TEST(Schema, TheReleasedDescriptionHasEveryAddition) {
   const SchemaDifferences found = CompareSchemas(Released(), Current());
   EXPECT_THAT(found.additions, IsEmpty())
-      << "No peer minds these additions, but nothing guards them yet:\n"
+      << "These additions affect no peer, but nothing guards them yet:\n"
       << SchemaLines(found.additions) << kAcceptAddition;
 }
 
@@ -65,7 +65,7 @@ gp::FileDescriptorProto& File(gp::FileDescriptorSet& set, const std::string& nam
   throw std::invalid_argument(name);
 }
 
-// File options, services and reserved names, which break no peer, are differences here.
+// This comparison includes file options, services and reserved names, which affect no peer.
 TEST(Schema, TheInstalledDescriptorSetIsTheReleasedSchemaAndThatOfTheClasses) {
   gp::FileDescriptorSet current = Current();
   gp::FileDescriptorSet released = Released();

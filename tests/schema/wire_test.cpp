@@ -93,7 +93,7 @@ TEST_P(EveryMessage, TheKnownBytesAreTheKnownText) {
   EXPECT_EQ(MessageDifference(*Known(), *parsed), "");
 }
 
-// A prefix of the bytes either does not parse or is the whole of a shorter message.
+// A prefix of the bytes either does not parse or is a shorter message.
 TEST_P(EveryMessage, ATruncatedMessageIsRejected) {
   const std::string bytes = Contents(kKnown / (GetParam() + ".bin"));
   LogCapture log;
@@ -143,7 +143,7 @@ TEST_P(EveryMessage, AnUnlistedValueBecomesAnUnknownField) {
   }
 }
 
-TEST_P(EveryMessage, EveryListedValueIsItsNumber) {
+TEST_P(EveryMessage, EveryListedValueHasItsNumber) {
   for (const FieldDescriptor* field : Fields(FieldDescriptor::CPPTYPE_ENUM)) {
     EXPECT_EQ(field->default_value_enum()->number(), 0) << field->full_name();
     for (int i = 0; i < field->enum_type()->value_count(); ++i) {

@@ -59,7 +59,7 @@ class Skips(unittest.TestCase):
         status, lines = self.run_tests(ci=False)
         self.assertEqual((status, lines[-1]), (0, "1 passed, 0 failed, 2 skipped"))
 
-    def test_a_listed_skip_is_no_failure(self):
+    def test_a_listed_skip_does_not_fail(self):
         status, lines = self.run_tests(allowed=self.LISTED)
         self.assertEqual((status, lines[-1]), (0, "1 passed, 0 failed, 2 skipped"))
         self.assertIn("skipped: skips: no network", lines)

@@ -39,7 +39,7 @@ def options_of_help(command):
 
 
 def complete(*words):
-    """What bash offers for the last word."""
+    """Returns the completions that bash offers for the last word."""
     program = (f". {BASH_COMPLETION}; . {shlex.quote(COMPLETION)}; "
                f"COMP_WORDS=({shlex.join([TOOL, *words])}); COMP_CWORD={len(words)}; "
                'COMP_LINE="${COMP_WORDS[*]}"; COMP_POINT=${#COMP_LINE}; '

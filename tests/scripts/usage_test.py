@@ -9,7 +9,7 @@ import unittest
 from pathlib import Path
 
 SOURCE = Path(sys.argv.pop(1)).resolve()
-# Commands by which a script that ignores its arguments would begin its work.
+# Commands that a script runs first. A script that ignores its arguments would call one of them.
 STUBS = ("apt-get", "cmake", "ctest", "ninja", "protoc", "sudo", "clang-format", "nm", "abidw")
 
 

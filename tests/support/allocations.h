@@ -27,8 +27,8 @@ struct AllocationState {
 };
 extern AllocationState allocations;
 
-// Fails allocations while it exists. The allocations of an EXPECT would fail too, so it should
-// enclose the tested call alone.
+// Fails allocations while it exists. Must enclose only the tested call, because the allocations of
+// an EXPECT would fail, too.
 class Failing {
  public:
   // Grants `granted` allocations; then the next `failures` fail.
@@ -58,8 +58,8 @@ class Watch {
   Watch& operator=(const Watch&) = delete;
 };
 
-// The events of the last Watch: how many, each of those kept, and all of those kept in the form
-// "new 16", "delete".
+// The events of the last Watch: their number, one of the kept events, and all kept events as texts
+// such as "new 16" and "delete".
 int EventCount();
 const Event& EventAt(int i);
 std::vector<std::string> Events();

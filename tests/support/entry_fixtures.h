@@ -1,6 +1,6 @@
-// One interface entry in both forms, written down twice by hand. Every field and every member holds
-// a value of its own that is not its default, so that a conversion which drops, defaults or swaps
-// one of them is seen.
+// One interface entry as a message and as a record, both written by hand. Every field and every
+// member has a value of its own that is not its default, so that a test notices a conversion that
+// drops, defaults or swaps one of them.
 #pragma once
 
 #include <cstdint>
@@ -46,8 +46,8 @@ inline IntfEntry FullEntry() {
   return builder.Build();
 }
 
-// A second entry that shares no value with the first, for destinations that must stay as they were
-// or be replaced as a whole.
+// A second entry that shares no value with the first, for destinations that must remain unchanged
+// or be replaced completely.
 inline IntfEntry OtherEntry() {
   IntfEntryBuilder builder;
   builder.addZorId(zorid_t{{201, 202, 203, 204}})

@@ -7,8 +7,8 @@
 
 namespace zorl2_test {
 
-// Numbers that an enumeration of this many members does not list: both neighbours, what is left of
-// a member when a number is cut to 8 or 16 bits, and both extremes.
+// Numbers that an enumeration of this many members does not list: both neighbours, numbers that
+// equal a member in their low 8 or 16 bits, and both extremes.
 inline std::vector<std::int32_t> NumbersOutside(std::int32_t count) {
   return {-1,
           count,

@@ -1,5 +1,5 @@
-// What the protocol buffer runtime logs while this object lives. One at a time: the handler is the
-// process's own.
+// Captures what the protobuf runtime logs while this object exists. Only one object may exist at a
+// time, because a process has one log handler.
 #pragma once
 
 #include <google/protobuf/stubs/logging.h>
@@ -17,7 +17,7 @@ class LogCapture {
   LogCapture(const LogCapture&) = delete;
   LogCapture& operator=(const LogCapture&) = delete;
 
-  // The texts of the errors so far, and forgets them.
+  // Returns and removes the texts of the errors so far.
   static std::vector<std::string> TakeErrors() { return std::exchange(Messages(), {}); }
 
  private:

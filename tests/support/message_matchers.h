@@ -1,5 +1,5 @@
-// Matchers for messages: they compare field by field, unknown fields included, and say what differs
-// instead of printing both messages whole.
+// Matchers for messages. They compare field by field, including unknown fields, and print only the
+// differences.
 #pragma once
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
-// A matcher for native records, and how GoogleTest prints them. The records offer neither equality
-// nor printing.
+// A matcher and a printer for native records, which have neither an equality nor a printing
+// function.
 #pragma once
 
 #include <gmock/gmock.h>

@@ -10,8 +10,8 @@ namespace zorl2_test {
 
 namespace {
 
-// Between quotation marks, other bytes than printable ASCII as \xHH: different strings look
-// different, and no value contains a line end.
+// Quotes a string and writes all bytes but printable ASCII as \xHH, so that different strings look
+// different and no value contains a line end.
 std::string Value(const std::string& text) {
   std::string out = "\"";
   for (const char c : text) {
@@ -32,7 +32,7 @@ std::string Value(Enum value) {
   return std::to_string(static_cast<std::int32_t>(value));
 }
 
-// The lines of a record below a prefix such as "typeInfo.".
+// Writes the lines of a record with a prefix such as "typeInfo.".
 class Lines {
  public:
   explicit Lines(std::string& out, std::string prefix = "")

@@ -53,15 +53,15 @@ inline void CollectRequiredFields(const google::protobuf::Message& message, cons
   }
 }
 
-// Every required field of the message and of all messages present in it, repeated elements
-// included; nested messages that are required themselves come before their fields.
+// Returns every required field of the message and of all messages in it, including repeated
+// elements. A required nested message comes before its fields.
 inline std::vector<FieldPath> RequiredFields(const google::protobuf::Message& message) {
   std::vector<FieldPath> paths;
   CollectRequiredFields(message, {}, paths);
   return paths;
 }
 
-// Removes one field and leaves everything else.
+// Removes one field.
 inline void RemoveField(const FieldPath& path, google::protobuf::Message& message) {
   google::protobuf::Message* at = &message;
   for (std::size_t i = 0; i + 1 < path.steps.size(); ++i) {

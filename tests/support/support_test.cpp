@@ -1,4 +1,4 @@
-// The support headers themselves: a matcher that notices nothing would let every other test pass.
+// Tests the support headers: with a matcher that notices nothing, every other test would pass.
 #include <gmock/gmock.h>
 
 #include <set>

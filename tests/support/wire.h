@@ -10,8 +10,8 @@
 
 namespace zorl2_test {
 
-// "0A 04 01" as three octets. White space separates, and from a # to the end of its line is
-// comment. Anything else is a mistake in the test and throws.
+// Returns three bytes for "0A 04 01". Ignores white space, and comments from a # to the end of the
+// line. Throws for anything else, which is a mistake in the test.
 inline std::string FromHex(const std::string& text) {
   std::string digits;
   bool comment = false;
@@ -23,32 +23,33 @@ inline std::string FromHex(const std::string& text) {
     digits += c;
   }
   if (digits.size() % 2 != 0) throw std::invalid_argument(text);
-  std::string octets;
+  std::string bytes;
   for (std::size_t i = 0; i < digits.size(); i += 2) {
-    octets += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
+    bytes += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
   }
-  return octets;
+  return bytes;
 }
 
-// The octets as "0A 04 01", which failing tests print legibly.
-inline std::string ToHex(const std::string& octets) {
+// Returns the bytes as "0A 04 01", so that failing tests are legible.
+inline std::string ToHex(const std::string& bytes) {
   std::string text;
-  for (const char c : octets) {
+  for (const char c : bytes) {
     constexpr char kDigits[] = "0123456789ABCDEF";
-    const auto octet = static_cast<unsigned char>(c);
+    const auto byte = static_cast<unsigned char>(c);
     if (!text.empty()) text += ' ';
-    text += kDigits[octet >> 4];
-    text += kDigits[octet & 15];
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
   }
   return text;
 }
 
-// The message's bytes as text, also when a required field is missing.
+// Returns the message's bytes as such a text, even if a required field is missing.
 inline std::string WireOf(const google::protobuf::MessageLite& message) {
   return ToHex(message.SerializePartialAsString());
 }
 
-// Parses without asking for the required fields. Malformed bytes are a mistake in the test.
+// Parses bytes without requiring the required fields. Throws for malformed bytes, which are a
+// mistake in the test.
 template <typename Proto>
 Proto FromWire(const std::string& hex) {
   Proto message;

@@ -1,13 +1,20 @@
+#include <fmt/format.h>
+#include <google/protobuf/descriptor.h>
+#include <google/protobuf/message.h>
+
+#include <CLI/App.hpp>
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <vector>
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
 #include "tools/input/message_reader.h"
 #include "tools/model/changes.h"
+#include "tools/model/elements.h"
 #include "tools/model/filter.h"
 #include "tools/model/findings.h"
 #include "tools/model/message_types.h"
@@ -30,53 +37,98 @@ struct DiffArguments {
 
 using google::protobuf::Message;
 
-struct Capture {
-  DiffSide side;
-  std::vector<std::unique_ptr<Message>> owned;
-  int status = kExitOk;
-  std::unique_ptr<Filter> filter;
+// One side of the comparison.
+class Capture {
+ public:
+  using Take = std::function<void(const Message& element, std::string_view bytes)>;
+
+  Capture(const DiffArguments& arguments, const std::string& file, Output& output)
+      : input_(OptionsFor(arguments, file)),
+        reader_(input_, arguments.strict, [&output] { output.Flush(); }),
+        filter_(input_.type(), arguments.where),
+        list_(input_.delimited() ? nullptr : ListOf(input_.type())),
+        message_(NewMessage(input_.type())) {}
+
+  const Input& input() const { return input_; }
+  const Filter& filter() const { return filter_; }
+  int status() const { return reader_.status(); }
+  // The elements of a list, or else the records.
+  const google::protobuf::Descriptor& element() const {
+    return list_ != nullptr ? *list_->message_type() : input_.type();
+  }
+  // The message that contains the elements; null if they are records. After ForEach().
+  const Message* around() const { return list_ != nullptr ? message_.get() : nullptr; }
+
+  void ForEach(const Take& take) {
+    Record record;
+    while (reader_.Next(record, *message_)) {
+      // Reports only incomplete messages: a message that a converter rejects can still be compared.
+      if (!message_->IsInitialized()) reader_.Report(record, FindAll(*message_).rejections);
+      if (list_ == nullptr) {
+        take(*message_, record.bytes);
+        continue;
+      }
+      const auto& reflection = *message_->GetReflection();
+      for (int i = 0; i < reflection.FieldSize(*message_, list_); ++i) {
+        const Message& element = reflection.GetRepeatedMessage(*message_, list_, i);
+        take(element, element.SerializePartialAsString());
+      }
+    }
+  }
+
+ private:
+  static InputOptions OptionsFor(const DiffArguments& arguments, const std::string& file) {
+    InputOptions options = arguments.input;
+    options.file = file;
+    options.strict = arguments.strict;
+    return options;
+  }
+
+  Input input_;
+  MessageReader reader_;
+  Filter filter_;
+  const google::protobuf::FieldDescriptor* list_;
+  std::unique_ptr<Message> message_;
 };
 
-Capture Read(const DiffArguments& arguments, const std::string& file) {
-  InputOptions options = arguments.input;
-  options.file = file;
-  options.strict = arguments.strict;
-  Input input(options);
-  MessageReader reader(input, arguments.strict, {});
-  Capture capture;
-  capture.side.name = input.name();
-  if (!arguments.where.empty()) {
-    capture.filter = std::make_unique<Filter>(input.type(), arguments.where);
-    capture.side.filter = capture.filter.get();
-  }
-  Record record;
-  for (;;) {
-    std::unique_ptr<Message> message = NewMessage(input.type());
-    if (!reader.Next(record, *message)) break;
-    // What a converter rejects can be compared; what lacks a field is not the whole message.
-    if (!message->IsInitialized()) reader.Report(record, FindAll(*message).rejections);
-    capture.side.records.push_back(message.get());
-    capture.owned.push_back(std::move(message));
-  }
-  capture.status = reader.status();
-  return capture;
+// Whether to hold the later capture in memory: the smaller one, and rather a file than a pipe, the
+// size of which is not known.
+bool HoldsLater(const Input& before, const Input& after) {
+  if (before.size() == 0 || after.size() == 0) return before.size() == 0 && after.size() > 0;
+  return after.size() < before.size();
 }
 
 int RunDiff(const DiffArguments& arguments) {
   if (arguments.before == "-" && arguments.after == "-") {
     throw Error("standard input", "both captures", "one of them in a file");
   }
-  const Capture before = Read(arguments, arguments.before);
-  const Capture after = Read(arguments, arguments.after);
-  const DiffResult result = Compare(before.side, after.side);
   Output output;
-  if (arguments.json) {
-    PrintChangesAsJson(before.side, after.side, result, output);
-  } else {
-    PrintChanges(before.side, after.side, result, PaletteFor(arguments.colour), output);
+  Capture before(arguments, arguments.before, output);
+  Capture after(arguments, arguments.after, output);
+  if (&before.element() != &after.element()) {
+    throw Error(after.input().name(), after.element().name(),
+                fmt::format("{} as in {}", before.element().name(), before.input().name()));
   }
+  ChangesView view(output, before.input().name(), after.input().name(), arguments.json,
+                   PaletteFor(arguments.colour));
+  const bool holds_later = HoldsLater(before.input(), after.input());
+  Differ differ(before.element(), holds_later ? Differ::Side::kAfter : Differ::Side::kBefore,
+                before.filter(), after.filter(),
+                [&view](const ElementChange& change) { view.Add(change); });
+  (holds_later ? after : before).ForEach([&differ](const Message& element, std::string_view bytes) {
+    differ.Hold(element, bytes);
+  });
+  (holds_later ? before : after).ForEach([&differ](const Message& element, std::string_view bytes) {
+    differ.Compare(element, bytes);
+  });
+  differ.Finish();
+  if (arguments.where.empty() && before.around() != nullptr && after.around() != nullptr) {
+    differ.CompareAround(*before.around(), *after.around());
+  }
+  view.Finish(differ.totals());
   output.Finish();
-  return std::max({before.status, after.status, result.equal() ? kExitOk : kExitDifferent});
+  return std::max(
+      {before.status(), after.status(), differ.totals().equal() ? kExitOk : kExitDifferent});
 }
 
 }  // namespace
@@ -98,8 +150,10 @@ void AddDiffCommand(CLI::App& app, int& status) {
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
       "their order makes no difference. A list can be compared with a single entry. Texts of\n"
-      "more than 200 bytes are compared by lines. Exit status: 0 equal, 1 different, or a message\n"
-      "is damaged or lacks a field, 2 an input cannot be read.\n"
+      "more than 200 bytes are compared by lines. The smaller capture is held in memory: changes\n"
+      "appear in the order of the larger one, followed by what only the smaller one contains.\n"
+      "Exit status: 0 equal, 1 different, or a message is damaged or lacks a field, 2 an input\n"
+      "cannot be read.\n"
       "--where compares the elements that are selected before or after; \"zorl2-inspect show\n"
       "--help\" describes its conditions.\n\n"
       "Example:\n"

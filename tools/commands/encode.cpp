@@ -11,6 +11,7 @@
 
 #include "tools/commands/commands.h"
 #include "tools/commands/options.h"
+#include "tools/input/files.h"
 #include "tools/input/message_text.h"
 #include "tools/model/message_forms.h"
 #include "tools/text/error.h"
@@ -52,7 +53,7 @@ int RunEncode(const EncodeArguments& arguments) {
     throw Error(InputName(arguments.files.front()), fmt::format("{} messages", messages.size()),
                 "one message; --delimited writes several");
   }
-  // Nothing is written before all of the input is known to be good.
+  // All of the input has been read without an error before the output is opened.
   Output output(arguments.output);
   output.RejectTerminal(arguments.force);
   MessageWriter writer(output, MessageForm::kWire, arguments.delimited);

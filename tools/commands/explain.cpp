@@ -4,6 +4,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -70,9 +71,9 @@ class ExplainCommand {
           "{}\n", paint_(Colour::kBold, fmt::format("record {}: {}, {} bytes", record.number, type,
                                                     record.bytes.size())));
     }
-    const ExplainSummary summary =
-        json_ ? Explain(record.bytes, input_.type(), record.offset, *json_)
-              : Explain(record.bytes, input_.type(), record.offset, *text_);
+    const std::uint64_t first = input_.has_offsets() ? record.offset : 0;
+    const ExplainSummary summary = json_ ? Explain(record.bytes, input_.type(), first, *json_)
+                                         : Explain(record.bytes, input_.type(), first, *text_);
     std::optional<Problem> rejection;
     if (!summary.damage && !Converts(summary.verdict)) {
       rejection = input_.Locate(record, summary.verdict);

@@ -30,7 +30,8 @@ void AddReadingOptions(CLI::App& command, InputOptions& options) {
       ->check(CLI::IsMember({"wire", "hex", "json", "text"}))
       ->type_name("FORM");
   command.add_flag("--delimited", options.delimited,
-                   "Read a length-prefixed stream: each message after its length as a varint");
+                   "Read a stream: each message after its length as a varint, or as JSON on a line "
+                   "of its own");
 }
 
 void AddInputOptions(CLI::App& command, InputOptions& options) {

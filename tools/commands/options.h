@@ -11,7 +11,7 @@
 
 namespace zorl2_inspect {
 
-// FILE, and the options below.
+// Adds FILE and the options of AddReadingOptions().
 void AddInputOptions(CLI::App& command, InputOptions& options);
 // --type, --input and --delimited.
 void AddReadingOptions(CLI::App& command, InputOptions& options);
@@ -23,7 +23,7 @@ void AddStrictOption(CLI::App& command, bool& strict);
 void AddFollowOption(CLI::App& command, InputOptions& options);
 // --force.
 void AddForceOption(CLI::App& command, bool& force);
-// --where, as often as the operator likes.
+// --where, which may be repeated.
 void AddWhereOption(CLI::App& command, std::vector<std::string>& conditions);
 // Reports on standard error that nothing was selected, if that is so.
 void NoteNothingSelected(const std::string& name, const Filter& filter);

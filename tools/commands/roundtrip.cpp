@@ -118,9 +118,7 @@ class RoundTripCommand {
     summary_.what = input_.delimited() ? fmt::format("{} records", summary_.records)
                                        : std::string(input_.type().name());
     if (!any_native_) summary_.notes += "; no native record, parsed and serialized only";
-    const bool compares_bytes =
-        input_.form() == InputForm::kWire || input_.form() == InputForm::kHex;
-    if (other_encoding_ > 0 && compares_bytes) {
+    if (other_encoding_ > 0 && input_.has_offsets()) {
       summary_.notes += "; the same fields in another encoding";
       if (input_.delimited()) summary_.notes += fmt::format(" in {} records", other_encoding_);
     }

@@ -2,6 +2,7 @@
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -31,6 +32,7 @@ namespace {
 using google::protobuf::Message;
 
 struct ShowArguments {
+  std::vector<std::string> files;
   InputOptions input;
   std::string output = "table";
   bool json = false;
@@ -156,7 +158,7 @@ class Show {
   Output output_;
   StreamTable rows_;
   bool strict_ = false;
-  // Reads while it is made, and flushes the above before it waits.
+  // The constructor reads, and flushes the members above before it waits.
   Input input_;
   MessageReader reader_;
   std::optional<MessageWriter> writer_;
@@ -171,7 +173,12 @@ void AddShowCommand(CLI::App& app, int& status) {
   auto arguments = std::make_shared<ShowArguments>();
   CLI::App* command =
       app.add_subcommand("show", "Show messages next to their native records, or in another form");
-  AddInputOptions(*command, arguments->input);
+  command
+      ->add_option("FILE", arguments->files,
+                   "The files to read, one after the other; - for standard input")
+      ->required()
+      ->type_name("");
+  AddReadingOptions(*command, arguments->input);
   AddFollowOption(*command, arguments->input);
   AddStrictOption(*command, arguments->strict);
   command
@@ -207,7 +214,12 @@ void AddShowCommand(CLI::App& app, int& status) {
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"
       "  zorl2-inspect snapshot | zorl2-inspect show --where admin=up --columns name,oper,mtu -\n"
       "  echo '0a 04 00 00 00 07' | zorl2-inspect show --type Zorid -");
-  command->callback([arguments, &status] { status = Show(*arguments).Run(); });
+  command->callback([arguments, &status] {
+    for (const std::string& file : arguments->files) {
+      arguments->input.file = file;
+      status = std::max(status, Show(*arguments).Run());
+    }
+  });
 }
 
 }  // namespace zorl2_inspect

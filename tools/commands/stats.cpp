@@ -1,11 +1,8 @@
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <CLI/App.hpp>
 #include <CLI/Validators.hpp>
-#include <chrono>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,6 +14,7 @@
 #include "tools/model/filter.h"
 #include "tools/model/record_counter.h"
 #include "tools/text/error.h"
+#include "tools/text/live_screen.h"
 #include "tools/text/output.h"
 #include "tools/text/progress.h"
 #include "tools/views/stats_view.h"
@@ -31,31 +29,29 @@ struct StatsArguments {
   std::uint64_t listed = 20;
 };
 
-constexpr auto kRefresh = std::chrono::milliseconds(500);
-
 class Stats {
  public:
   explicit Stats(const StatsArguments& arguments)
-      : live_(arguments.input.follow && !arguments.json && isatty(STDOUT_FILENO) == 1),
+      : screen_(arguments.input.follow && !arguments.json),
         view_(output_, arguments.json, arguments.listed),
         input_(WithHooks(arguments)),
         filter_(input_.type(), arguments.where),
         counter_(input_.type(), &filter_),
-        progress_(live_ ? 0 : input_.size()) {}
+        progress_(screen_.on() ? 0 : input_.size()) {}
 
   int Run() {
     view_.Begin(input_.name(), input_.type().name());
     Record record;
     while (!broken_ && input_.Next(record)) {
       Take(record);
-      if (live_) {
+      if (screen_.on()) {
         Refresh();
       } else {
         progress_.Update(input_.consumed(), summary_.records);
       }
     }
     progress_.Finish();
-    if (live_) std::fputs(kClear, stdout);
+    screen_.Clear();
     Sum();
     view_.End(summary_, counter_.Sections(), broken_ ? ProblemText(*broken_) : std::string());
     output_.Finish();
@@ -67,12 +63,9 @@ class Stats {
   }
 
  private:
-  // Clears the terminal.
-  static constexpr const char* kClear = "\x1b[H\x1b[2J";
-
   InputOptions WithHooks(const StatsArguments& arguments) {
     InputOptions options = arguments.input;
-    if (live_) options.before_wait = [this] { Refresh(); };
+    options.before_wait = [this] { Refresh(); };
     return options;
   }
 
@@ -94,6 +87,7 @@ class Stats {
         return;
       }
       outcome = *taken;
+      if (!input_.has_offsets()) problem.offset.reset();
       if (problem.offset) *problem.offset += record.offset;
     }
     summary_.Add(size);
@@ -107,31 +101,20 @@ class Stats {
     summary_.conversions = counter_.conversions();
   }
 
-  // Shows the result so far, not too often.
   void Refresh() {
-    if (summary_.records == 0 || summary_.records == shown_) return;
-    const auto now = std::chrono::steady_clock::now();
-    if (now < next_refresh_) return;
-    next_refresh_ = now + kRefresh;
-    shown_ = summary_.records;
-    Sum();
-    std::string text = kClear;
-    Output screen(&text);
-    StatsView view(screen, false, 0);
-    view.Begin(input_.name(), input_.type().name());
-    view.End(summary_, counter_.Sections(), "");
-    screen.Finish();
-    std::fwrite(text.data(), 1, text.size(), stdout);
-    std::fflush(stdout);
+    screen_.Refresh(summary_.records, [this](Output& screen) {
+      Sum();
+      StatsView view(screen, false, 0);
+      view.Begin(input_.name(), input_.type().name());
+      view.End(summary_, counter_.Sections(), "");
+    });
   }
 
-  bool live_;
+  LiveScreen screen_;
   Output output_;
   StatsView view_;
   RecordSummary summary_;
-  std::uint64_t shown_ = 0;
-  std::chrono::steady_clock::time_point next_refresh_;
-  // Reads while it is made, and may refresh before it waits.
+  // The constructor reads, and may call Refresh() before it waits.
   Input input_;
   Filter filter_;
   RecordCounter counter_;
@@ -145,14 +128,13 @@ void AddStatsCommand(CLI::App& app, int& status) {
   auto arguments = std::make_shared<StatsArguments>();
   arguments->input.delimited = true;
   arguments->input.longest = std::size_t{16} << 20;
-  CLI::App* command =
-      app.add_subcommand("stats", "Count the contents of a stream of length-prefixed messages");
+  CLI::App* command = app.add_subcommand("stats", "Count the contents of a stream of messages");
   command->add_option("FILE", arguments->input.file, "The stream to read; - for standard input")
       ->required()
       ->type_name("");
   AddTypeOption(*command, arguments->input.type);
   command->add_flag_callback(
-      "--delimited", [] {}, "Accepted for symmetry; the input of stats is always length-prefixed");
+      "--delimited", [] {}, "Accepted for symmetry; the input of stats is always a stream");
   AddFollowOption(*command, arguments->input);
   AddWhereOption(*command, arguments->where);
   command->add_flag("--json", arguments->json, "Print JSON");

@@ -1,8 +1,9 @@
+#include <fmt/format.h>
+
 #include <CLI/App.hpp>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "tools/commands/commands.h"
@@ -11,6 +12,7 @@
 #include "tools/model/message_types.h"
 #include "tools/text/characters.h"
 #include "tools/text/error.h"
+#include "tools/text/live_screen.h"
 #include "tools/text/output.h"
 #include "tools/text/progress.h"
 #include "tools/views/summary_view.h"
@@ -25,53 +27,93 @@ struct SummaryArguments {
   std::string colour = "auto";
 };
 
-int RunSummary(const SummaryArguments& arguments) {
-  Input input(arguments.input);
-  if (!HasEntries(input.type())) {
-    throw Error(
-        input.name(), input.type().name(),
-        "IntfEntry, IntfEntryList or IntfIndication; \"zorl2-inspect stats\" counts streams "
-        "of any type");
-  }
-  Filter filter(input.type(), arguments.where);
-  SummaryReport report;
-  report.name = input.name();
-  report.type = input.type().name();
-  report.is_stream = input.delimited();
-  report.filtered = !filter.empty();
-  const auto message = NewMessage(input.type());
-  std::optional<Problem> broken;
-  Progress progress(input.size());
-  Record record;
-  while (input.Next(record)) {
-    std::optional<Problem> problem = record.damage;
-    if (problem && input.AtEnd()) {
-      broken = std::move(problem);
-      break;
+class Summary {
+ public:
+  explicit Summary(const SummaryArguments& arguments)
+      : json_(arguments.json),
+        palette_(PaletteFor(arguments.colour)),
+        screen_(arguments.input.follow && !arguments.json),
+        input_(WithHooks(arguments.input)),
+        filter_(input_.type(), arguments.where) {
+    if (!HasEntries(input_.type())) {
+      throw Error(input_.name(), input_.type().name(),
+                  "IntfEntry, IntfEntryList or IntfIndication; \"zorl2-inspect stats\" counts "
+                  "streams of any type");
     }
-    ++report.records;
-    if (!problem) problem = input.Parse(record, *message);
+    report_.name = input_.name();
+    report_.type = input_.type().name();
+    report_.is_stream = input_.delimited();
+    report_.filtered = !filter_.empty();
+  }
+
+  int Run() {
+    const auto message = NewMessage(input_.type());
+    std::optional<Problem> broken;
+    Progress progress(screen_.on() ? 0 : input_.size());
+    Record record;
+    while (input_.Next(record)) {
+      if (record.damage && input_.AtEnd()) {
+        broken = record.damage;
+        break;
+      }
+      Take(record, *message);
+      if (screen_.on()) {
+        Refresh();
+      } else {
+        progress.Update(input_.consumed(), report_.records);
+      }
+    }
+    progress.Finish();
+    screen_.Clear();
+    Output output;
+    Print(output);
+    output.Finish();
+    NoteNothingSelected(input_.name(), filter_);
+    if (broken) PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*broken)));
+    if (input_.CannotRead()) return kExitError;
+    if (!input_.delimited() && report_.first_unreadable) input_.Fail(*report_.first_unreadable);
+    const bool good = !broken && report_.unreadable == 0 && report_.list.rejected.count == 0;
+    return good ? kExitOk : kExitDifferent;
+  }
+
+ private:
+  InputOptions WithHooks(InputOptions options) {
+    options.before_wait = [this] { Refresh(); };
+    return options;
+  }
+
+  void Take(const Record& record, google::protobuf::Message& message) {
+    ++report_.records;
+    const std::optional<Problem> problem =
+        record.damage ? record.damage : input_.Parse(record, message);
     if (problem) {
-      ++report.unreadable;
-      if (!report.first_unreadable) report.first_unreadable = std::move(problem);
-    } else if (filter.Apply(message.get())) {
-      report.list.Add(*message);
+      ++report_.unreadable;
+      if (!report_.first_unreadable) report_.first_unreadable = problem;
+    } else if (filter_.Apply(&message)) {
+      report_.list.Add(message);
     }
-    progress.Update(input.consumed(), report.records);
   }
-  progress.Finish();
-  Output output;
-  if (arguments.json) {
-    PrintSummaryAsJson(report, output);
-  } else {
-    PrintSummary(report, PaletteFor(arguments.colour), CanShowUtf8(), output);
+
+  void Refresh() {
+    screen_.Refresh(report_.records, [this](Output& screen) { Print(screen); });
   }
-  output.Finish();
-  NoteNothingSelected(input.name(), filter);
-  if (broken) input.Fail(*broken);
-  if (!input.delimited() && report.first_unreadable) input.Fail(*report.first_unreadable);
-  return report.unreadable == 0 && report.list.rejected.count == 0 ? kExitOk : kExitDifferent;
-}
+
+  void Print(Output& output) const {
+    if (json_) {
+      PrintSummaryAsJson(report_, output);
+    } else {
+      PrintSummary(report_, palette_, CanShowUtf8(), output);
+    }
+  }
+
+  bool json_;
+  Palette palette_;
+  SummaryReport report_;
+  LiveScreen screen_;
+  // The constructor reads, and may call Refresh() before it waits.
+  Input input_;
+  Filter filter_;
+};
 
 }  // namespace
 
@@ -80,6 +122,7 @@ void AddSummaryCommand(CLI::App& app, int& status) {
   CLI::App* command = app.add_subcommand(
       "summary", "Summarise interfaces on one screen: what is down, held, odd or lost");
   AddInputOptions(*command, arguments->input);
+  AddFollowOption(*command, arguments->input);
   command->add_flag("--json", arguments->json, "Print JSON");
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
@@ -91,10 +134,13 @@ void AddSummaryCommand(CLI::App& app, int& status) {
       "ETHERNET,\n"
       "category L1 or L2) by the number at the end of their names, the odd ones above. Streams of\n"
       "any length need the same memory. \"zorl2-inspect show --help\" describes the conditions of\n"
-      "--where. Exit status: 0 all entries convert, 1 some do not, 2 error.\n\n"
+      "--where. With --follow on a terminal the screen is refreshed; Ctrl-C prints it as it is\n"
+      "then. Exit status: 0 all entries convert, 1 some do not, or the stream ends inside a "
+      "record,\n"
+      "2 the input cannot be read.\n\n"
       "Example:\n"
       "  zorl2-inspect snapshot | zorl2-inspect summary -");
-  command->callback([arguments, &status] { status = RunSummary(*arguments); });
+  command->callback([arguments, &status] { status = Summary(*arguments).Run(); });
 }
 
 }  // namespace zorl2_inspect

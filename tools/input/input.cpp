@@ -1,16 +1,14 @@
 #include "tools/input/input.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
 #include <utility>
 
+#include "tools/input/files.h"
 #include "tools/input/hex_text.h"
+#include "tools/input/json_reader.h"
 #include "tools/input/message_text.h"
 #include "tools/input/mistakes.h"
 #include "tools/model/check_text.h"
@@ -23,32 +21,7 @@ namespace {
 using google::protobuf::Descriptor;
 using google::protobuf::Message;
 
-// "-" is standard input, which remains open when the result is closed.
-int OpenFile(const std::string& file) {
-  const int descriptor = file == "-" ? fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3)
-                                     : open(file.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor >= 0) return descriptor;
-  throw Error(InputName(file), fmt::format("cannot open: {}", std::strerror(errno)));
-}
-
-std::string ReadAll(int descriptor, const std::string& name) {
-  std::string content;
-  std::size_t filled = 0;
-  for (;;) {
-    // Grown as bytes arrive, never by what the bytes claim.
-    if (content.size() - filled < 65536) content.resize(content.size() * 2 + 65536);
-    const ssize_t got = read(descriptor, content.data() + filled, content.size() - filled);
-    if (got < 0 && errno == EINTR) continue;
-    if (got < 0) throw Error(name, fmt::format("cannot read: {}", std::strerror(errno)));
-    if (got == 0) break;
-    filled += static_cast<std::size_t>(got);
-    if (filled > kLongestInput) {
-      throw Error(name, "more than 512 MiB", "a shorter input, or a stream with --delimited");
-    }
-  }
-  content.resize(filled);
-  return content;
-}
+bool IsBlank(std::string_view line) { return line.find_first_not_of(" \t\r") == line.npos; }
 
 std::string DecodeHexOrThrow(const std::string& content, const std::string& name) {
   Problem problem;
@@ -57,37 +30,7 @@ std::string DecodeHexOrThrow(const std::string& content, const std::string& name
   return std::move(*bytes);
 }
 
-// A file in memory with these bytes.
-int OpenBytes(const std::string& bytes, const std::string& name) {
-  const int descriptor = memfd_create("zorl2-inspect", MFD_CLOEXEC);
-  std::size_t written = 0;
-  while (written < bytes.size()) {
-    const ssize_t put = write(descriptor, bytes.data() + written, bytes.size() - written);
-    if (put <= 0) {
-      close(descriptor);
-      throw Error(name, "cannot hold the bytes in memory");
-    }
-    written += static_cast<std::size_t>(put);
-  }
-  lseek(descriptor, 0, SEEK_SET);
-  return descriptor;
-}
-
 }  // namespace
-
-std::string InputName(const std::string& file) { return file == "-" ? "standard input" : file; }
-
-std::string ReadInput(const std::string& file) {
-  const int descriptor = OpenFile(file);
-  try {
-    std::string content = ReadAll(descriptor, InputName(file));
-    close(descriptor);
-    return content;
-  } catch (...) {
-    close(descriptor);
-    throw;
-  }
-}
 
 const Descriptor* TypeNamed(const std::string& type) {
   const Descriptor* const found = FindMessageType(type);
@@ -106,11 +49,11 @@ const Descriptor* ReportInferred(const std::string& name, InputForm form,
 
 Input::Input(const InputOptions& options)
     : name_(InputName(options.file)), form_(options.form), delimited_(options.delimited) {
-  if (delimited_ && (form_ == InputForm::kJson || form_ == InputForm::kText)) {
-    throw Error(name_, FormName(form_), "wire bytes or hexadecimal text with --delimited");
+  if (delimited_ && form_ == InputForm::kText) {
+    throw Error(name_, FormName(form_), "wire bytes, hexadecimal text or JSON with --delimited");
   }
   if (options.follow && (!delimited_ || form_ == InputForm::kHex)) {
-    throw Error(name_, "--follow", "a stream of wire bytes, with --delimited");
+    throw Error(name_, "--follow", "a stream of wire bytes or of JSON, with --delimited");
   }
   if (!options.type.empty()) type_ = TypeNamed(options.type);
   descriptor_ = OpenFile(options.file);
@@ -139,33 +82,66 @@ void Input::Open(const InputOptions& options) {
 }
 
 void Input::OpenStream(const InputOptions& options) {
-  if (form_ == InputForm::kInferred && options.follow) form_ = InputForm::kWire;
-  if (form_ == InputForm::kInferred) {
-    // Only the beginning of a file can be read twice; other streams are wire bytes.
-    std::string beginning(4096, '\0');
-    const ssize_t got = pread(descriptor_, beginning.data(), beginning.size(), 0);
-    beginning.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
-    form_ = RecogniseForm(beginning) == InputForm::kHex ? InputForm::kHex : InputForm::kWire;
-    if (form_ == InputForm::kWire && !LooksLikeRecord(beginning)) {
-      const std::optional<Mistake> mistake = RecogniseMistake(beginning, options.file);
-      if (mistake) throw Error(name_, mistake->found, mistake->expected);
-    }
-  }
+  const RecordStream::Options stream{options.longest, options.follow, options.before_wait};
+  stream_ = std::make_unique<RecordStream>(descriptor_, stream);
+  if (form_ == InputForm::kInferred) RecogniseStreamForm(options);
+  if (form_ == InputForm::kJson) stream_->ReadLines();
   if (form_ == InputForm::kHex) {
-    const std::string bytes = DecodeHexOrThrow(ReadAll(descriptor_, name_), name_);
+    std::string text(stream_->Beginning(std::string::npos));
+    text += ReadAll(descriptor_, name_);
+    const std::string bytes = DecodeHexOrThrow(text, name_);
     close(std::exchange(descriptor_, -1));
     descriptor_ = OpenBytes(bytes, name_);
     size_ = bytes.size();
+    stream_ = std::make_unique<RecordStream>(descriptor_, stream);
   }
-  stream_ = std::make_unique<RecordStream>(
-      descriptor_, RecordStream::Options{options.longest, options.follow, options.before_wait});
   if (type_ != nullptr) return;
   read_ahead_ = Next(ahead_);
   if (!read_ahead_) throw Error(name_, "an empty stream", "--type");
   if (ahead_.damage) throw Error(name_, *ahead_.damage);
+  if (type_ != nullptr) return;
   InferredType inferred = InferTypeFromWire(ahead_.bytes);
   if (inferred.type != nullptr) inferred.reason += " (first record)";
   type_ = ReportInferred(name_, form_, inferred);
+}
+
+void Input::RecogniseStreamForm(const InputOptions& options) {
+  const std::string_view beginning = stream_->Beginning(4096);
+  form_ = InputForm::kWire;
+  if (LooksLikeRecord(beginning)) return;
+  const InputForm form = RecogniseForm(beginning);
+  // Neither begins a record of 123 bytes in the same way.
+  const std::string_view text = WithoutMark(beginning).substr(0, 2);
+  if (form == InputForm::kJson && (text == "{\"" || text == "{}")) form_ = InputForm::kJson;
+  if (form == InputForm::kHex && !options.follow) form_ = InputForm::kHex;
+  if (form_ != InputForm::kWire) return;
+  const std::optional<Mistake> mistake = RecogniseMistake(beginning, options.file);
+  if (mistake) throw Error(name_, mistake->found, mistake->expected);
+}
+
+void Input::TakeLine(std::string_view line, Record& record) {
+  ++line_;
+  if (line_ == 1) line = WithoutMark(line);
+  if (type_ == nullptr) {
+    type_ = ReportInferred(name_, form_, InferTypeOfText({name_, line, true}));
+  }
+  std::vector<std::unique_ptr<Message>> messages;
+  const std::optional<JsonProblem> problem = ReadJson(line, *type_, JsonExtent::kAll, &messages);
+  if (!problem && messages.size() == 1) {
+    messages.front()->SerializePartialToString(&bytes_);
+    record.bytes = bytes_;
+    return;
+  }
+  Problem& damage = record.damage.emplace();
+  damage.record = record.number;
+  damage.place = TextPlace{line_, 1};
+  damage.found = fmt::format("{} messages", messages.size());
+  damage.expected = "one message on each line, as jq -c writes them";
+  if (!problem) return;
+  damage.place->column = PlaceAt(line, problem->offset).column;
+  damage.path = problem->path;
+  damage.found = problem->found;
+  damage.expected = problem->expected;
 }
 
 void Input::RejectMistakes(const std::string& file, std::string_view content,
@@ -223,9 +199,20 @@ bool Input::Next(Record& record) {
     return true;
   }
   record = {next_number_, 0, {}, std::nullopt};
-  switch (stream_->Next(&record.bytes)) {
+  std::string_view bytes;
+  RecordStream::Status status = stream_->Next(&bytes);
+  for (; status == RecordStream::Status::kRecord && form_ == InputForm::kJson && IsBlank(bytes);
+       ++line_) {
+    status = stream_->Next(&bytes);
+  }
+  switch (status) {
     case RecordStream::Status::kRecord:
       record.offset = stream_->content_offset();
+      if (form_ == InputForm::kJson) {
+        TakeLine(bytes, record);
+      } else {
+        record.bytes = bytes;
+      }
       break;
     case RecordStream::Status::kEnd:
       ended_ = true;
@@ -234,7 +221,6 @@ bool Input::Next(Record& record) {
       ended_ = true;
       [[fallthrough]];
     case RecordStream::Status::kSkipped:
-      record.bytes = {};
       record.offset = stream_->offset();
       record.damage = stream_->problem();
       record.damage->record = next_number_;
@@ -260,7 +246,7 @@ Problem Input::Locate(const Record& record, const zorl2::check::Verdict& verdict
   if (missing_ && IsIncomplete(verdict)) return *missing_;
   Problem problem = RejectionOf(verdict);
   problem.record = stream_ ? record.number : 0;
-  if (form_ == InputForm::kWire || form_ == InputForm::kHex) {
+  if (has_offsets()) {
     problem.offset = record.offset + OffsetOf(record.bytes, *type_, verdict.field);
   }
   return problem;

@@ -20,15 +20,14 @@
 
 namespace zorl2_inspect {
 
-// No input that is held in memory as a whole, and no record of a stream, is longer than this.
-inline constexpr std::size_t kLongestInput = std::size_t{512} << 20;
+// No record of a stream is longer than this.
 inline constexpr std::size_t kLongestRecord = std::size_t{64} << 20;
 
 struct InputOptions {
   std::string file = "-";
   std::string type;  // Inferred from the content if empty.
   InputForm form = InputForm::kInferred;
-  bool delimited = false;  // A stream of length-prefixed messages, as wire bytes or hexadecimal.
+  bool delimited = false;  // A stream: length-prefixed messages, or one as JSON on each line.
   std::size_t longest = kLongestRecord;  // A longer record of a stream is damage.
   bool strict = true;                    // A text without a required field is an error.
   bool follow = false;                   // Wait for more of a stream at its end, until Ctrl-C.
@@ -36,10 +35,6 @@ struct InputOptions {
   std::function<void()> before_wait;
 };
 
-// The name of the file in errors and headings: "standard input" for "-".
-std::string InputName(const std::string& file);
-// The whole content. Throws Error.
-std::string ReadInput(const std::string& file);
 // The type with this name. Throws Error if there is none.
 const google::protobuf::Descriptor* TypeNamed(const std::string& type);
 // Reports the inferred type and the reason on standard error. Throws Error if there is none.
@@ -49,8 +44,8 @@ const google::protobuf::Descriptor* ReportInferred(const std::string& name, Inpu
 // One message of an input, or one damaged place.
 struct Record {
   std::uint64_t number = 0;  // From 1.
-  // Where the bytes begin, in the input or in the decoded bytes of hexadecimal text; 0 in the
-  // other forms. For damage the place of the length.
+  // Where the bytes begin, in the input or in the decoded bytes of hexadecimal text; of JSON the
+  // place of the line. For damage the place of the length.
   std::uint64_t offset = 0;
   // In the wire format, whatever the form of the input. Valid until the next call of Next(). Empty
   // for damage.
@@ -69,8 +64,9 @@ class Input {
   Input& operator=(const Input&) = delete;
 
   const std::string& name() const { return name_; }
-  InputForm form() const { return form_; }
   bool delimited() const { return delimited_; }
+  // Whether places in a message can be named by their offsets in the input.
+  bool has_offsets() const { return form_ == InputForm::kWire || form_ == InputForm::kHex; }
   const google::protobuf::Descriptor& type() const { return *type_; }
   // The size of the input in bytes, 0 if it is not known; and how many bytes have been read.
   std::uint64_t size() const { return size_; }
@@ -83,14 +79,14 @@ class Input {
   // Whether Next() will return false.
   bool AtEnd() const { return ended_ && !read_ahead_; }
 
-  // Whether the system could not read the input to its end.
+  // Whether reading the input failed before its end.
   bool CannotRead() const { return stream_ && stream_->cannot_read(); }
 
   // Replaces the message by the record's, as far as it can be parsed. Returns why the bytes are no
   // message of the type, with an offset in the input.
   std::optional<Problem> Parse(const Record& record, google::protobuf::Message& message) const;
 
-  // What zorl2::check says of the record's message, with its offset in the input.
+  // The verdict on the record's message, with the offset in the input.
   Problem Locate(const Record& record, const zorl2::check::Verdict& verdict) const;
 
   // Throws the problem as an error of this input.
@@ -99,9 +95,12 @@ class Input {
  private:
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
+  void RecogniseStreamForm(const InputOptions& options);
+  // Makes a record of a line of JSON.
+  void TakeLine(std::string_view line, Record& record);
   void ReadWhole(const InputOptions& options);
-  // Throws Error for bytes that are no message, but something that the tool recognises, or a
-  // message of another type than the one that was asked for.
+  // Throws Error for bytes that are no message but something else that the tool recognises, and for
+  // a message of another type than the requested one.
   void RejectMistakes(const std::string& file, std::string_view content, std::string_view bytes);
 
   std::string name_;
@@ -110,12 +109,13 @@ class Input {
   int descriptor_ = -1;
   std::uint64_t size_ = 0;
   const google::protobuf::Descriptor* type_ = nullptr;
-  // A stream, whose first record may have been read ahead.
+  // For a stream. Its first record may have been read ahead.
   std::unique_ptr<RecordStream> stream_;
   bool read_ahead_ = false;
   bool ended_ = false;
   Record ahead_;
-  // Or one message.
+  std::uint64_t line_ = 0;
+  // One message, or that of the last line.
   std::string bytes_;
   std::optional<Problem> missing_;  // The required field that a text does not have.
   std::uint64_t next_number_ = 1;

@@ -185,7 +185,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
     return true;
   }
 
-  // The member of the object that a text which is not UTF-8 is written as.
+  // The value of "hex", for a text that is not UTF-8.
   bool Hexadecimal(std::size_t start, const JsonValue& value, Frame& frame) {
     Problem ignored;
     std::optional<std::string> bytes;
@@ -230,7 +230,7 @@ class Builder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Builder> 
   std::size_t last_ = 0;
   std::vector<Frame> frames_;
   bool in_root_array_ = false;
-  // In the object of a text that is not UTF-8, and whether its bytes have come.
+  // Whether the reader is inside {"hex": ...}, and whether the bytes have been read.
   bool in_hex_ = false;
   bool has_bytes_ = false;
   std::size_t watched_message_ = static_cast<std::size_t>(-1);

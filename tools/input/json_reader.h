@@ -28,7 +28,8 @@ std::optional<JsonProblem> ReadJson(
     std::string_view text, const google::protobuf::Descriptor& type, JsonExtent extent,
     std::vector<std::unique_ptr<google::protobuf::Message>>* messages);
 
-// Where the object at the path ends, in the message with this index of a text that has no problem.
+// Returns where the object at the path ends, in the message with this index. The text must have no
+// problem.
 std::size_t EndOfObject(std::string_view text, const google::protobuf::Descriptor& type,
                         std::size_t message, std::string_view path);
 

@@ -7,7 +7,7 @@
 namespace zorl2_inspect {
 namespace {
 
-// Of one record: each place costs a walk through its bytes.
+// The limit for one record. Finding the place of a report takes a walk through the bytes.
 constexpr std::size_t kMostReports = 20;
 
 }  // namespace

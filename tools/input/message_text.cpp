@@ -53,7 +53,7 @@ TextPlace PlaceOfMessage(const Descriptor& type, const TextFormat::ParseInfoTree
   return best;
 }
 
-// Throws if the caller does not want to know.
+// Throws if `missing` is null.
 void ReportMissing(const MessageText& input, const Verdict& verdict, TextPlace place,
                    std::optional<Problem>* missing) {
   Problem problem = RejectionOf(verdict);
@@ -172,7 +172,7 @@ InferredType InferTypeOfText(const MessageText& input) {
   if (furthest.size() == 1) {
     return {furthest.front(), "no type accepts the text, this one accepts most of it", false, 0};
   }
-  // Where all of them stop, none has come to a field of its own.
+  // If all types stop at the same place, none of them has accepted a field of its own.
   if (!furthest.empty() && furthest.size() < MessageTypes().size()) {
     if (reasons.size() > 1) return AmbiguousType(furthest);
     return {furthest.front(), "no type accepts the text, no other one accepts more of it", false,
@@ -188,7 +188,8 @@ std::unique_ptr<Message> ReadMessage(const MessageText& input, const Descriptor&
   if (!input.json) return ReadText(input, type, missing);
   Messages messages = ReadJsonMessages(input, type, missing);
   if (messages.size() != 1) {
-    throw Error(input.file, fmt::format("{} messages", messages.size()), "one message");
+    throw Error(input.file, fmt::format("{} messages", messages.size()),
+                "one message; --delimited reads one from each line");
   }
   std::unique_ptr<Message> message = std::move(messages.front());
   return message;

@@ -29,14 +29,14 @@ struct MessageText {
 // for a text that is broken before its first field.
 InferredType InferTypeOfText(const MessageText& input);
 
-// Both throw Error with line, column and field path, also if a required field is missing.
+// Both functions throw Error with line, column and field path, also if a required field is missing.
 //
-// The one message of the text. With `missing`, a missing required field is no exception but a
-// problem there.
+// Reads the one message of the text. If `missing` is not null, it receives the problem of a missing
+// required field, and the function does not throw for it.
 std::unique_ptr<google::protobuf::Message> ReadMessage(const MessageText& input,
                                                        const google::protobuf::Descriptor& type,
                                                        std::optional<Problem>* missing = nullptr);
-// All messages of the text. JSON may contain several, in an array or one after the other.
+// Reads all messages of the text. JSON may contain several, in an array or one after the other.
 std::vector<std::unique_ptr<google::protobuf::Message>> ReadMessages(
     const MessageText& input, const google::protobuf::Descriptor& type);
 

@@ -45,7 +45,7 @@ bool IsText(char character) {
   return (byte >= 0x20 && byte < 0x7f) || byte == '\n' || byte == '\r' || byte == '\t';
 }
 
-// Every second byte, from this one on, is zero, and the others are text.
+// Whether every second byte is zero, beginning with this one, and the others are text.
 bool IsUtf16(std::string_view content, std::size_t zeros) {
   if (content.size() < 4) return false;
   const std::size_t seen = std::min<std::size_t>(content.size(), 64) & ~std::size_t{1};

@@ -12,9 +12,9 @@ struct Mistake {
   std::string expected;  // "the bytes in it, from zcat capture.gz"
 };
 
-// What the content of the file looks like: compressed data, a packet capture, a frame of one,
-// base64, UTF-16, or a message after its length. Call this for content that is no message only: a
-// few messages begin like the other things. `file` is "-" for standard input.
+// Returns what the content of the file looks like: compressed data, a packet capture, a frame of
+// one, base64, UTF-16, or a message after its length. The caller must have found that the content
+// is no message, because some messages begin like these. `file` is "-" for standard input.
 std::optional<Mistake> RecogniseMistake(std::string_view content, const std::string& file);
 
 }  // namespace zorl2_inspect

@@ -15,7 +15,7 @@ namespace zorl2_inspect {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 20;
-// As many as a 32-bit length takes.
+// The bytes of a 32-bit length.
 constexpr std::size_t kLongestPrefix = 5;
 constexpr std::chrono::milliseconds kPause(100);
 
@@ -56,8 +56,8 @@ bool RecordStream::Want(std::size_t count) {
   end_ -= begin_;
   begin_ = 0;
   while (end_ < count && !at_end_) {
-    // Doubled rather than sized as claimed: a claim costs memory only when the bytes are there.
-    if (end_ == buffer_.size()) buffer_.resize(std::min(buffer_.size() * 2, count));
+    // Doubles instead of allocating what the length claims, so that a false length costs no memory.
+    if (end_ == buffer_.size()) buffer_.resize(buffer_.size() * 2);
     Fill();
   }
   return end_ >= count;
@@ -91,7 +91,45 @@ RecordStream::Status RecordStream::Skip(std::uint64_t length) {
                  fmt::format("at most {} bytes", options_.longest));
 }
 
+std::string_view RecordStream::Beginning(std::size_t most) {
+  Want(1);
+  return Unread().substr(0, most);
+}
+
+RecordStream::Status RecordStream::NextLine(std::string_view* line) {
+  offset_ = content_offset_ = consumed();
+  std::size_t searched = 0;
+  while (Want(searched + 1)) {
+    const std::string_view there = Unread();
+    const std::size_t stop = there.find('\n', searched);
+    if (stop != there.npos) {
+      *line = there.substr(0, stop);
+      begin_ += stop + 1;
+      return Status::kRecord;
+    }
+    searched = there.size();
+    if (searched > options_.longest) return SkipLine();
+  }
+  if (interrupted_ || read_error_ != 0) return Damaged(Status::kBroken, "", "");
+  *line = Unread();
+  begin_ = end_;
+  return line->empty() ? Status::kEnd : Status::kRecord;
+}
+
+RecordStream::Status RecordStream::SkipLine() {
+  std::uint64_t size = 0;
+  do {
+    const std::size_t stop = Unread().find('\n');
+    size += std::min(stop, end_ - begin_);
+    begin_ += std::min(stop, end_ - begin_ - 1) + 1;
+    if (stop != std::string_view::npos) break;
+  } while (Want(1));
+  return Damaged(Status::kSkipped, fmt::format("a line of {} bytes", size),
+                 fmt::format("at most {} bytes", options_.longest));
+}
+
 RecordStream::Status RecordStream::Next(std::string_view* record) {
+  if (lines_) return NextLine(record);
   offset_ = consumed();
   std::uint64_t length = 0;
   std::size_t size = 0;

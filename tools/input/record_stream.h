@@ -1,5 +1,4 @@
-// Length-delimited records from a file descriptor, one at a time, in memory that does not grow with
-// the stream.
+// Records from a file descriptor, one at a time, in memory that does not grow with the stream.
 #pragma once
 
 #include <cstddef>
@@ -31,9 +30,16 @@ class RecordStream {
   // Does not own the descriptor.
   RecordStream(int descriptor, Options options);
 
+  // The first bytes that arrive, at most as many; none only at the end.
+  // Before the first call of Next(), which reads them again.
+  std::string_view Beginning(std::size_t most);
+
+  // From now on the records are lines instead of bytes with their length before them.
+  void ReadLines() { lines_ = true; }
+
   Status Next(std::string_view* record);
 
-  // The offsets of the last record's length and of its first byte.
+  // The offsets of the last record's length and of its first byte; the same for a line.
   std::uint64_t offset() const { return offset_; }
   std::uint64_t content_offset() const { return content_offset_; }
   // How many bytes have been read as records.
@@ -42,10 +48,14 @@ class RecordStream {
   bool cannot_read() const { return read_error_ != 0; }
 
  private:
+  std::string_view Unread() const { return {buffer_.data() + begin_, end_ - begin_}; }
   // Makes at least so many bytes available after begin_, unless the stream ends before.
   bool Want(std::size_t count);
   // Reads what is there into the buffer; waits if there is nothing. Sets at_end_ at the end.
   void Fill();
+  Status NextLine(std::string_view* line);
+  // Drops what is left of a line that is too long.
+  Status SkipLine();
   Status Damaged(Status status, std::string found, std::string expected);
   Status Skip(std::uint64_t length);
 
@@ -58,6 +68,7 @@ class RecordStream {
   std::size_t end_ = 0;
   std::uint64_t buffer_offset_ = 0;
   bool at_end_ = false;
+  bool lines_ = false;
   bool interrupted_ = false;
   int read_error_ = 0;
   std::uint64_t offset_ = 0;

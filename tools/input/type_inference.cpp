@@ -30,8 +30,8 @@ struct Fit {
 
   bool flawless() const { return !broken && unknown + implausible + missing == 0; }
 
-  // A whole message without a flaw comes first; among the others, what is known counts for the type
-  // and every flaw against it.
+  // A whole message without a flaw is the best. For the others, known fields raise the rank and
+  // flaws lower it.
   std::tuple<bool, int> Key() const {
     if (flawless()) return {true, 0};
     return {false, known - 2 * (unknown + implausible) - missing - (broken ? 3 : 0)};

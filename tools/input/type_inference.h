@@ -23,8 +23,8 @@ struct InferredType {
 // From bytes in the wire format, whole or damaged.
 InferredType InferTypeFromWire(std::string_view bytes);
 
-// Whether the bytes are a whole message of the type, with known fields only. The first elements of
-// a list stand for all of them.
+// Whether the bytes are a whole message of the type, with known fields only. Looks only at the
+// first elements of a list.
 bool IsFlawless(std::string_view bytes, const google::protobuf::Descriptor& type);
 
 // No type, because these fit equally well.

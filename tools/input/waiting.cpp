@@ -31,7 +31,7 @@ void Pause(std::chrono::milliseconds time) { poll(nullptr, 0, static_cast<int>(t
 void CatchInterrupts() {
   struct sigaction action {};
   action.sa_handler = TakeInterrupt;
-  // Without SA_RESTART, so that a read that waits returns.
+  // Without SA_RESTART a waiting read returns.
   action.sa_flags = static_cast<int>(SA_RESETHAND);
   sigaction(SIGINT, &action, nullptr);
   sigaction(SIGTERM, &action, nullptr);

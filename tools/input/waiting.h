@@ -5,7 +5,7 @@
 
 namespace zorl2_inspect {
 
-// Whether a read returns at once, now or within the time. Also false after a signal.
+// Waits up to `time` until a read would not block. Returns false if it would, and after a signal.
 bool HasInput(int descriptor, std::chrono::milliseconds time);
 
 // Whether there may be more after the end: only a regular file grows; a pipe ends with its writers.
@@ -14,8 +14,8 @@ bool CanGrow(int descriptor);
 // Waits, or until a signal.
 void Pause(std::chrono::milliseconds time);
 
-// From now on, SIGINT and SIGTERM only end the wait, once; a second one ends the process. The
-// caller must have called this before Interrupted() can be true.
+// From now on, the first SIGINT or SIGTERM only ends the wait; a second one terminates the process.
+// Interrupted() is always false before this call.
 void CatchInterrupts();
 bool Interrupted();
 

@@ -225,7 +225,7 @@ bool Condition::Holds(const Message& message) const {
   field_.ForEach(message, [&](const Message& parent, int index) {
     any = any || (value_.empty() ? !IsEmpty(field_, parent, index) : FitsValue(parent, index));
   });
-  // "=" asks for no value if VALUE is empty.
+  // With an empty VALUE, "=" selects elements without a value.
   const bool negated = value_.empty() ? op_ == Operator::kEqual : op_ == Operator::kUnequal;
   return any != negated;
 }

@@ -17,7 +17,7 @@ namespace zorl2_inspect {
 // FIELD OP VALUE. The operators are = != < <= > >= and ~, which looks for a part of the text or, if
 // VALUE contains * or ?, compares the whole text with the pattern. A repeated field fulfils a
 // condition if one of its values does, an absent field fulfils none; != is true where = is false.
-// An empty VALUE stands for no value: an absent field, an empty text, the identifier 0.0.0.0.
+// An empty VALUE means no value: an absent field, an empty text, the identifier 0.0.0.0.
 class Condition {
  public:
   // Throws Error for an unknown field, a wrong value, and an operator that the field does not have.
@@ -43,7 +43,7 @@ class Condition {
   void ReadEnumeration();
   void ReadNumber();
   void ReadIdentifier();
-  // Whether the order of a value and of VALUE fits the operator; != is like = here.
+  // Whether the result of comparing a value with VALUE fits the operator; treats != like =.
   bool Fits(int order) const;
   bool FitsValue(const google::protobuf::Message& parent, int index) const;
   bool FitsText(std::string_view text) const;
@@ -52,7 +52,7 @@ class Condition {
   FieldName field_;
   Operator op_;
   std::string value_;
-  // VALUE for a field that is none of the others.
+  // VALUE for a field that is neither an enumeration, an identifier nor a number.
   std::set<int> enumeration_;
   std::vector<std::uint32_t> identifier_;
   std::uint64_t unsigned_ = 0;

@@ -26,7 +26,7 @@ struct CountSection {
   std::vector<std::pair<std::string, std::uint64_t>> counts;
 };
 
-// The number of counters does not depend on what is counted.
+// The number of counters does not grow with the number of messages.
 class EntryCounts {
  public:
   // Counts the message and the messages in it.
@@ -41,7 +41,7 @@ class EntryCounts {
   void Add(const zorl2::protobuf::ShutStateSync& signal);
   void Add(const zorl2::protobuf::BlockStateSync& signal);
   void Add(const zorl2::protobuf::LagMemberOperationProto& operation);
-  // A message of any other type, by its enumerations and truth values.
+  // Counts the enumerations and truth values of a message of any other type.
   void AddFields(const google::protobuf::Message& message);
 
   std::uint64_t entries_ = 0;
@@ -67,7 +67,7 @@ class EntryCounts {
   EnumCounts<zorl2::protobuf::ProtocolType_ARRAYSIZE> client_protocols_ = {};
   EnumCounts<zorl2::protobuf::ProtocolType_ARRAYSIZE> signal_protocols_ = {};
   EnumCounts<zorl2::protobuf::IndicationType_ARRAYSIZE> indications_ = {};
-  // Of the other types: "BlockInfo.protocol" and its values. The schema bounds how many there are.
+  // For the other types: "BlockInfo.protocol" and its values. The schema bounds how many there are.
   std::map<std::string, std::map<std::string, std::uint64_t>> fields_;
 };
 

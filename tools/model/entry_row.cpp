@@ -31,7 +31,7 @@ RowValue Identifier(bool present, const pb::Zorid& id) {
   return {std::move(text)};
 }
 
-// A name of a capture must not move the cursor.
+// Quotes a name that could move the cursor.
 std::string NameText(const pb::IntfEntry& entry) {
   const std::string& name = entry.generalinfo().intf_name();
   return name.empty() ? "-" : QuotedUnlessPlain(name, kLongestName);
@@ -95,7 +95,7 @@ bool IsIn(std::string_view path, std::string_view column) {
   return path.size() == column.size() || path[column.size()] == '.' || path[column.size()] == '[';
 }
 
-// Whether a column shows the field, and in which way the conversion fails to keep it.
+// How the conversion fails to keep the shown field. Sets `seen` for the losses that belong to it.
 Mark MarkOf(const EntryRow& row, const ShownField& field, std::vector<bool>& seen) {
   if (!Converts(row.verdict)) {
     return IsIn(WithoutIndices(row.verdict.field), field.path) ? Mark::kRejected : Mark::kNone;

@@ -40,8 +40,8 @@ struct EntryRow {
   zorl2::check::Verdict verdict;
   std::vector<zorl2::check::Loss> losses;
   std::vector<RowValue> values;  // One for each column.
-  // The field and the reason of a rejection; otherwise the fields that are not kept and that no
-  // column shows, such as "not kept: #77". Empty if there are none.
+  // For a rejected entry the field and the reason; otherwise the fields that are not kept and have
+  // no column, such as "not kept: #77". Empty if there are none.
   std::string problem;
 };
 

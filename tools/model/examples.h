@@ -1,4 +1,4 @@
-// A count with a few of the names behind it.
+// A count with a few of the counted names.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace zorl2_inspect {
 
-// The names take the same memory however many are counted.
+// The memory does not grow with the count.
 struct Examples {
   static constexpr std::size_t kMost = 3;
 

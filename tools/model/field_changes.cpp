@@ -46,7 +46,7 @@ class Collector : public MessageDifferencer::Reporter {
   Collector(const Message& before, const Message& after, std::vector<FieldChange>* changes)
       : before_(before), after_(after), changes_(changes) {}
 
-  // The differencer passes the messages around the last field; the path is followed from the top.
+  // Ignores the messages around the last field and follows the path from the top.
   void ReportAdded(const Message&, const Message&, const Path& path) override {
     Report(FieldChange::Kind::kAdded, path);
   }
@@ -115,8 +115,8 @@ class Collector : public MessageDifferencer::Reporter {
     return &reflection.GetRepeatedMessage(parent, step.field, index);
   }
 
-  // What tells an element of a list from the others: the protocol of a block entry, the index of
-  // what has nothing better, nothing for a member of a set.
+  // What distinguishes an element of a list from the others: the protocol of a block entry, nothing
+  // for a member of a set, otherwise the index.
   static std::string Subscript(const Message& parent, const SpecificField& step, bool added) {
     if (!step.field->is_repeated()) return "";
     if (step.field->cpp_type() == FieldDescriptor::CPPTYPE_ENUM) return "";

@@ -22,7 +22,7 @@ struct ValueRef {
   bool present() const { return parent != nullptr || unknown != nullptr; }
   // Whether the value is a text, or the bytes of an unknown field.
   bool IsText() const;
-  // These bytes.
+  // The bytes of such a value.
   std::string Text() const;
   // The value on one line. A text that is longer than the limit is cut.
   std::string Line(std::size_t limit) const;

@@ -168,7 +168,8 @@ class Effects {
 std::string FieldEffects(const FieldDescriptor& field) {
   for (const Descriptor* type : MessageTypes()) {
     if (FindNativeType(*type) == nullptr) continue;
-    // Every other message contains the identifier, too, but converts it in its own way.
+    // Every message type contains identifiers and converts them in its own way, so only Zorid
+    // itself answers for its fields.
     if (IsZorid(type) != IsZorid(field.containing_type())) continue;
     Way way;
     if (FindWay(*type, *field.containing_type(), way)) {

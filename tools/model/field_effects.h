@@ -7,9 +7,9 @@
 
 namespace zorl2_inspect {
 
-// Such as "absent -> 0; 4294967295 -> 65535". Found by asking zorl2::check about messages
-// with such values. Empty if no message with a native record contains the field, or if nothing
-// changes.
+// Returns a text such as "absent -> 0; 4294967295 -> 65535". Asks zorl2::check about messages with
+// such values. Returns an empty text if no message with a native record contains the field, or if
+// nothing changes.
 std::string FieldEffects(const google::protobuf::FieldDescriptor& field);
 
 }  // namespace zorl2_inspect

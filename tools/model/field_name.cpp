@@ -38,7 +38,7 @@ constexpr ShortName kShortNames[] = {
     {"block", "blockInfo.protocol"},
 };
 
-// The path that the name stands for; the name itself if it is no short name.
+// The path of a short name; any other name itself.
 std::string LongName(std::string_view name) {
   for (const ShortName& known : kShortNames) {
     if (name == known.name) return known.path;
@@ -105,7 +105,7 @@ FieldName::FieldName(const Descriptor& record, std::string_view name, std::strin
   const FieldDescriptor* const entry = EntryOf(record);
   of_element_ = list != nullptr;
   if (Find(element, "")) return;
-  // "intfEntry.zorid" is what "zorid" is.
+  // Accepts "intfEntry.zorid" for "zorid".
   const std::string inside = list == nullptr ? "" : list->name() + ".";
   if (!inside.empty() && text_.substr(0, inside.size()) == inside) {
     text_.erase(0, inside.size());

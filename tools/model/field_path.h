@@ -12,7 +12,7 @@
 namespace zorl2_inspect {
 
 // A path such as "statusInfo.adminStatus", "intfEntry[2].zorid" or "intfEntry.zorid". A repeated
-// field without an index stands for all its elements.
+// field without an index means all its elements.
 class FieldPath {
  public:
   static constexpr int kAll = -1;

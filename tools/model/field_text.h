@@ -25,9 +25,8 @@ std::string WithoutIndices(std::string_view path);
 
 inline constexpr std::size_t kShortText = 60;
 
-// The value of a field; `index` is -1 for a singular field. Texts are quoted and cut at the limit,
-// messages are on one line. Without a limit also an
-// identifier has all its values.
+// The value of a field; `index` is -1 for a singular field. Quotes texts and cuts them at the
+// limit; writes a message on one line. Without a limit, an identifier has all its values.
 std::string ValueText(const google::protobuf::Message& message,
                       const google::protobuf::FieldDescriptor& field, int index,
                       std::size_t limit = kShortText);

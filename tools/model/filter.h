@@ -13,8 +13,8 @@
 
 namespace zorl2_inspect {
 
-// Conditions joined by "and". A condition on an element selects elements, one on the record selects
-// records. Of a record with a list of elements nothing is selected if no element is.
+// Conditions joined by "and". A condition on an element selects elements; a condition on the record
+// selects records. A record with a list is not selected if none of its elements is.
 class Filter {
  public:
   // Throws Error.
@@ -27,7 +27,7 @@ class Filter {
   bool Selects(const google::protobuf::Message& message) const;
 
   // Removes the elements that are not selected. Returns false if nothing of the record is selected;
-  // it is unspecified what remains then.
+  // the contents of the record are then unspecified.
   bool Apply(google::protobuf::Message* record);
 
   // How many elements, or records without a list, Apply() has seen and selected.

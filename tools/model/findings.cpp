@@ -20,7 +20,7 @@ using zorl2::check::Loss;
 using zorl2::check::LossKind;
 using zorl2::check::Verdict;
 
-// More are counted.
+// If there are more unknown fields, FindLossesBriefly() only counts them.
 constexpr std::size_t kMostUnknown = 1000;
 
 }  // namespace

@@ -18,8 +18,8 @@ struct Findings {
 
 Findings FindAll(const google::protobuf::Message& message);
 
-// zorl2::check::FindLosses(), but masses of unknown fields are one loss with their number, so that
-// they need no memory of their own.
+// Like zorl2::check::FindLosses(), but reports very many unknown fields as one loss with their
+// number, to bound the memory.
 std::vector<zorl2::check::Loss> FindLossesBriefly(const google::protobuf::Message& message);
 
 }  // namespace zorl2_inspect

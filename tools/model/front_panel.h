@@ -24,7 +24,7 @@ class FrontPanel {
   static constexpr std::uint32_t kPortsOfBank = 48;
   static constexpr std::size_t kMostPorts = 192;
 
-  // The last state of a port counts.
+  // A later entry of the same port replaces its state.
   void Add(const zorl2::protobuf::IntfEntry& entry);
   void Remove(const zorl2::protobuf::IntfEntry& entry);
 

@@ -36,7 +36,7 @@ void ListSummary::Add(const Message& message) {
     Add(static_cast<const pb::IntfEntry&>(message));
     return;
   }
-  // Those of the entries are counted with the entries.
+  // Counts only the list's own unknown fields; each entry counts its own.
   const auto& unknown = message.GetReflection()->GetUnknownFields(message);
   lost[Place(static_cast<int>(LossKind::kUnknownField))] +=
       static_cast<std::uint64_t>(unknown.field_count());
@@ -73,7 +73,7 @@ void ListSummary::CountStatus(const pb::IntfEntry& entry, const std::string& nam
 }
 
 void ListSummary::CountProtocols(const pb::IntfEntry& entry, const std::string& name) {
-  // A protocol that is listed twice holds one port.
+  // Counts a port once for a protocol that is listed twice.
   std::set<int> shutting;
   for (int i = 0; i < entry.shutdownprotos_size(); ++i) shutting.insert(entry.shutdownprotos(i));
   std::set<int> blocking;

@@ -8,7 +8,7 @@ namespace {
 using zorl2::check::Loss;
 using zorl2::check::LossKind;
 
-// Unknown fields may have any number.
+// Bounds the memory: every number of an unknown field is a path of its own.
 constexpr std::size_t kMostPaths = 200;
 
 }  // namespace

@@ -21,9 +21,10 @@ class LossTotals {
 
   void Add(std::uint64_t record, const std::vector<zorl2::check::Loss>& losses);
 
-  // One for each kind and each path without indices, the most serious kind first. Without defaults.
+  // One total for each kind and each path without indices, the most serious kind first, without
+  // defaults.
   std::vector<Total> Severe() const;
-  // How many losses are of paths that are too many to be told apart.
+  // How many losses belong to paths beyond the limit, which are counted together.
   std::uint64_t others() const { return others_; }
   // How many absent fields get their default.
   std::uint64_t defaults() const { return defaults_; }

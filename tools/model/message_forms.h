@@ -16,8 +16,8 @@ enum class MessageForm { kWire, kHex, kJson, kText };
 // The form with this name: "wire", "hex", "json" or "text".
 MessageForm FormNamed(const std::string& name);
 
-// Writes messages so that the tool can read them again. The messages of a stream have their length
-// before them (wire), a line each (JSON) or a line of comment before them (hex and text).
+// Writes messages so that the tool can read them again. In a stream each message follows its length
+// (wire) or a comment line (hex and text), or is one line (JSON).
 class MessageWriter {
  public:
   MessageWriter(Output& out, MessageForm form, bool of_stream);

@@ -7,8 +7,9 @@
 
 namespace zorl2_inspect {
 
-// The number that the library's own translation gives. The categories have no translation that can
-// be called alone. Nothing for an enumeration without a native side.
+// Returns the number that the library's own translation gives; for the categories, which the
+// library does not translate on their own, that of a table here. Returns nothing for an enumeration
+// without a native side.
 std::optional<int> NativeNumber(const google::protobuf::EnumValueDescriptor& value);
 
 // The native name of an enumeration, such as IntfEntry::VlanType; empty if it has none.

@@ -19,7 +19,7 @@ const char* Flag(bool value) { return value ? "true" : "false"; }
 
 std::string Number(std::uint64_t value) { return fmt::format("{}", value); }
 
-// These enumerations have the numbers of the wire.
+// For enumerations with the same numbers natively and on the wire.
 std::string EnumText(const google::protobuf::EnumDescriptor* type, int native) {
   const auto* value = type->FindValueByNumber(native);
   return value == nullptr ? fmt::format("{}", native) : value->name();

@@ -55,7 +55,7 @@ const std::vector<NativeType>& NativeTypes() {
   return types;
 }
 
-// Nobody converts the identifier of another message alone.
+// The identifier of another message has no native record: only its message's converter reads it.
 const NativeType* NativePart(const Descriptor& type) {
   return &type == pb::Zorid::descriptor() ? nullptr : FindNativeType(type);
 }
@@ -109,7 +109,7 @@ void Trip(const NativeType& type, const Message& before, Message& after) {
   throw std::logic_error(std::string(type.converter) + " rejects a message that converts");
 }
 
-// Replaces each part that has a native record by what the round trip makes of it.
+// Replaces each part that has a native record by the result of its round trip.
 void ReplaceParts(const Message& before, Message& after) {
   const Reflection& reflection = *before.GetReflection();
   const auto replace = [](const Message& part, Message* target) {
@@ -143,7 +143,7 @@ const NativeType* FindNativeType(const Descriptor& type) {
 
 std::string NativeRecordName(const Descriptor& type) {
   if (const NativeType* native = FindNativeType(type)) return native->record;
-  // Only the parts of an entry are records of their own.
+  // Only the parts of an entry have record types of their own.
   return Holds(*pb::IntfEntry::descriptor(), type) ? "IntfEntry::" + type.name() : std::string();
 }
 

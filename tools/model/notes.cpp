@@ -118,7 +118,7 @@ CheckNotes::CheckNotes(const Message& message) : verdict_(zorl2::check::Check(me
       AddRejection(path, verdict);
     }
   });
-  // Of each part the verdict names the first missing field only.
+  // The verdict names only the first missing field of each part.
   std::vector<std::string> missing;
   message.FindInitializationErrors(&missing);
   for (const std::string& path : missing) {
@@ -138,7 +138,7 @@ void CheckNotes::AddLosses(const std::string& path, const Message& message) {
 
 std::vector<Note> CheckNotes::Take(const WireField& field) {
   std::vector<Note> notes;
-  // What comes again is complete only with its last occurrence.
+  // A field that occurs several times is complete only with its last occurrence.
   if (field.parent == nullptr || field.later != kNowhere) return notes;
   const auto take = [&](const std::string& path, bool all) {
     auto [note, end] = notes_.equal_range(path);

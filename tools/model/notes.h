@@ -32,10 +32,11 @@ struct Note {
 
 const char* NoteName(Note::Kind kind);
 
-// What the parser does to the field: replaces, merges or narrows it; and padded varints.
+// What the parser does to the field: replaces it, merges it, drops its high bits; and whether its
+// varints are padded.
 std::vector<Note> ParserNotes(const WireField& field);
 
-// What zorl2::check finds in a message, by field. Every note is taken once.
+// The findings of zorl2::check in a message, by field. Each note is returned once.
 class CheckNotes {
  public:
   explicit CheckNotes(const google::protobuf::Message& message);
@@ -50,7 +51,7 @@ class CheckNotes {
     std::string path;
     Note note;
   };
-  // The notes that are left for the fields of the message at the path, which the walk has left.
+  // The remaining notes of the message at the path. The walk must have passed the message.
   std::vector<Absent> TakeAbsent(std::string_view message_path);
 
  private:

@@ -11,9 +11,9 @@ namespace {
 
 namespace pb = zorl2::protobuf;
 
-// A group with more values has no usual one that is worth naming; the bound keeps the memory small.
+// Bounds the memory. A group with more values has no usual value that is worth naming.
 constexpr std::size_t kMostValues = 256;
-// Two entries have no majority.
+// Fewer entries have no majority.
 constexpr std::uint64_t kFewest = 3;
 
 }  // namespace

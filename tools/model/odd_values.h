@@ -14,7 +14,7 @@
 namespace zorl2_inspect {
 
 // Compares MTU, speed and duplex mode with those of the other entries of the same type and
-// category. A speed of 0 and an unknown duplex mode say nothing and are left out.
+// category. Ignores a speed of 0 and an unknown duplex mode.
 class OddValues {
  public:
   void Add(const zorl2::protobuf::IntfEntry& entry, const std::string& name);

@@ -48,7 +48,7 @@ RecordCounter::RecordCounter(const google::protobuf::Descriptor& type, Filter* f
     : message_(NewMessage(type)), back_(NewMessage(type)), filter_(filter) {}
 
 std::optional<RecordOutcome> RecordCounter::Take(std::string_view record, Problem* problem) {
-  // A huge record must not leave its memory to all later ones.
+  // The memory of a huge record is not kept for the later ones.
   if (record.size() > kHuge) message_.reset(message_->New());
   if (!message_->ParsePartialFromArray(record.data(), static_cast<int>(record.size()))) {
     *problem = FirstWireError(record, *message_->GetDescriptor()).value();

@@ -35,8 +35,9 @@ class RecordCounter {
   // Counts what the filter selects. It must remain valid.
   RecordCounter(const google::protobuf::Descriptor& type, Filter* filter);
 
-  // Takes the next record. Unless it is good, *problem has the reason and its offset in the record.
-  // Nothing if the filter does not select it; bytes that are no message cannot be filtered.
+  // Checks, converts and counts the next record. For a record that is not good, *problem has the
+  // reason and its offset in the record. Returns nothing if the filter does not select the record;
+  // bytes that are no message cannot be filtered.
   std::optional<RecordOutcome> Take(std::string_view record, Problem* problem);
 
   // How many native records were made and converted back to messages.

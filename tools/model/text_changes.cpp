@@ -21,7 +21,7 @@ Lines Split(std::string_view text) {
   Lines lines;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
-    // With the line's end: a text without one at its end is another text.
+    // A line includes its line feed, so that a text that does not end with one differs.
     const std::size_t size = std::min(end + 1, text.size());
     lines.push_back(text.substr(0, size));
     text.remove_prefix(size);
@@ -29,7 +29,7 @@ Lines Split(std::string_view text) {
   return lines;
 }
 
-// The longest common subsequence of the lines from each pair of places on.
+// The lengths of the longest common subsequences of the lines after each pair of places.
 class Common {
  public:
   Common(const Lines& before, const Lines& after, std::size_t begin, std::size_t before_end,
@@ -56,7 +56,7 @@ class Common {
 
 std::string Excerpt(std::string_view text, std::size_t difference) {
   std::size_t begin = difference > kContext ? difference - kContext : 0;
-  // Not inside of a character.
+  // Do not begin inside a UTF-8 character.
   while (begin > 0 && (static_cast<unsigned char>(text[begin]) & 0xc0) == 0x80) --begin;
   const std::string_view part = text.substr(begin, kShown);
   std::string shown = (begin > 0 ? "..." : "") + Quoted(part);

@@ -18,8 +18,8 @@ struct LineChange {
 // The lines to remove from the first text and to add from the second, in their order.
 std::vector<LineChange> CompareLines(std::string_view before, std::string_view after);
 
-// The parts of two different texts around the first difference, in quotes, with dots where
-// something is left out. The two differ.
+// The parts of two different texts around the first difference, in quotes, with dots where text is
+// omitted. The two parts differ.
 struct Excerpts {
   std::string before;
   std::string after;

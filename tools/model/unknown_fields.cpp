@@ -82,7 +82,7 @@ std::vector<UnknownValue> UnknownValues(const Message& message, std::size_t most
 std::size_t CountUnknown(const Message& message) {
   const Reflection& reflection = *message.GetReflection();
   auto count = static_cast<std::size_t>(reflection.GetUnknownFields(message).field_count());
-  // Asked for each record of a stream, so without the list of present fields and their paths.
+  // Runs for each record of a stream, so it does not build the list of present fields or any path.
   for (int i = 0; i < message.GetDescriptor()->field_count(); ++i) {
     const FieldDescriptor* field = message.GetDescriptor()->field(i);
     if (field->cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) continue;

@@ -28,7 +28,7 @@ bool IsPattern(std::string_view text) { return text.find_first_of("*?") != text.
 bool FitsPattern(std::string_view text, std::string_view pattern) {
   std::size_t at = 0;
   std::size_t in_pattern = 0;
-  // After the last star, and how much of the text it stands for.
+  // The place after the last star of the pattern, and the end of the text that the star matches.
   std::size_t star = std::string_view::npos;
   std::size_t star_end = 0;
   while (at < text.size()) {

@@ -11,12 +11,13 @@
 
 namespace zorl2_inspect {
 
-// Whether the text fits the pattern: * stands for any characters, ? for one byte.
+// Whether the text fits the pattern: * matches any characters, ? matches one byte.
 bool FitsPattern(std::string_view text, std::string_view pattern);
 bool IsPattern(std::string_view text);
 
-// The value of the enumeration with this name, the end of a name after an underscore if only one
-// ends so ("up" for IF_ADMIN_UP), or this number. Case makes no difference. Null if there is none.
+// The value of the enumeration with this name or number. Accepts the end of a name after an
+// underscore if only one name has this end ("up" for IF_ADMIN_UP), in upper or lower case. Null if
+// there is none.
 const google::protobuf::EnumValueDescriptor* FindEnumValue(
     const google::protobuf::EnumDescriptor& type, std::string_view text);
 

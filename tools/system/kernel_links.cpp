@@ -52,7 +52,7 @@ Cache Links(nl_sock* socket, int family) {
   return Cache(cache);
 }
 
-// The first word of a file of sysfs; empty when there is none or the driver does not know.
+// The first word of a file in sysfs; empty if there is no such file or the driver does not answer.
 std::string Sysfs(const std::string& name, const char* file) {
   std::ifstream in("/sys/class/net/" + name + "/" + file);
   std::string word;
@@ -74,7 +74,7 @@ std::string Type(rtnl_link* link) {
 
 bool IsBundle(const std::string& type) { return type == "bond" || type == "team"; }
 
-// What decides about the record, read once.
+// The facts that determine the record, read once.
 struct Facts {
   Facts(rtnl_link* from, nl_cache* all, nl_cache* bridged)
       : link(from),
@@ -132,7 +132,7 @@ IntfEntry::GeneralInfo GeneralOf(const Facts& facts) {
 
 std::uint32_t SpeedKbps(const Facts& facts) {
   if (!facts.sysfs) return 0;
-  // In Mbit/s; -1, or no answer, when the kernel knows none.
+  // In Mbit/s; -1 or no answer if the kernel has no speed.
   const long long mbps = std::strtoll(Sysfs(facts.name, "speed").c_str(), nullptr, 10);
   return mbps > 0 && mbps <= 4000000 ? static_cast<std::uint32_t>(mbps * 1000) : 0;
 }
@@ -141,7 +141,7 @@ IntfEntry::StatusInfo StatusOf(const Facts& facts, std::uint32_t kbps) {
   IntfEntry::StatusInfo status;
   const bool admin_up = (facts.flags & IFF_UP) != 0;
   const int oper = rtnl_link_get_operstate(facts.link);
-  // Drivers that keep no operational state leave it unknown; then it is what runs.
+  // Some drivers do not report an operational state; the running flag decides then.
   const bool oper_up = oper == IF_OPER_UP ||
                        (oper == IF_OPER_UNKNOWN && admin_up && (facts.flags & IFF_RUNNING) != 0);
   status.adminStatus = admin_up ? IntfEntry::IF_ADMIN_UP : IntfEntry::IF_ADMIN_DOWN;
@@ -156,7 +156,7 @@ IntfEntry::PhysicalInfo PhysicalOf(const Facts& facts, std::uint32_t kbps) {
   IntfEntry::PhysicalInfo physical;
   physical.intf_mtu = rtnl_link_get_mtu(facts.link);
   for (const auto& [speed, rate] : speedKbpsTable) {
-    // The last rate is a wrapped number and no rate of a port.
+    // The last value is a wrapped number and not a rate of a port.
     if (rate == kbps && speed != IntfEntry::SPEED_10_TBS) physical.eth_speed = speed;
   }
   const std::string duplex = facts.sysfs ? Sysfs(facts.name, "duplex") : "";
@@ -188,7 +188,7 @@ IntfEntry::TypeInfo TypeOf(const Facts& facts) {
 }
 
 InterfaceCategory CategoryOf(const Facts& facts) {
-  // A port of a bridge switches frames, whatever it is made of; a VLAN stays a sub-interface.
+  // A port of a bridge switches frames, whatever its type; a VLAN remains a sub-interface.
   if (facts.vlan) return L2_SUB_IF;
   if (facts.bridge_port) return L2;
   return facts.physical ? L1 : VIRTUAL_IF;
@@ -222,7 +222,7 @@ std::vector<IntfEntry> KernelEntries() {
   if (!socket) throw std::bad_alloc();
   Check(nl_connect(socket.get(), NETLINK_ROUTE), "connect");
   const Cache all = Links(socket.get(), AF_UNSPEC);
-  // The only listing with the states of the ports; a kernel without bridges has none.
+  // Only this listing has the states of the ports. A kernel without bridges has no such listing.
   const Cache bridged = Links(socket.get(), AF_BRIDGE);
   std::vector<std::pair<int, rtnl_link*>> links;
   for (nl_object* object = nl_cache_get_first(all.get()); object != nullptr;

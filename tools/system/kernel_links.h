@@ -7,8 +7,8 @@
 
 namespace zorl2_inspect {
 
-// One entry for each interface of this network namespace, ascending by index; docs/snapshot.md
-// tells what becomes of what. Throws std::runtime_error when the kernel does not answer.
+// Returns one entry for each interface of this network namespace, ascending by index, as
+// docs/snapshot.md describes. Throws std::runtime_error if the kernel does not answer.
 std::vector<IntfEntry> KernelEntries();
 
 }  // namespace zorl2_inspect

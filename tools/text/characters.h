@@ -1,4 +1,4 @@
-// The characters that standard output shows.
+// The characters that standard output can show.
 #pragma once
 
 namespace zorl2_inspect {

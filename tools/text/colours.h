@@ -8,8 +8,8 @@ namespace zorl2_inspect {
 
 enum class Colour { kPlain, kFaint, kBold, kRed, kGreen, kYellow, kBlue, kMagenta, kCyan };
 
-// Whether to use colours: for "auto" on a terminal that can show them, unless the environment has a
-// NO_COLOR that is not empty.
+// Whether to use colours. "auto" uses them on a terminal that can show them, unless the environment
+// has a NO_COLOR that is not empty.
 bool UseColours(const std::string& when, int descriptor);
 
 // The escape sequences around the text; the text itself if colours are off.

@@ -28,19 +28,19 @@ struct Problem {
 // "record 3, offset 0x91f: typeInfo.vlanType: found (expected expected)".
 std::string ProblemText(const Problem& problem);
 
-// The only exception for an input, an output or an argument that the tool rejects. Its text is the
-// name of the file, or whatever is wrong, before the text of the problem.
+// The only exception for an input, an output or an argument that the tool rejects. Its text begins
+// with the name of the file or argument; the problem follows.
 class Error : public std::runtime_error {
  public:
   Error(std::string_view subject, const Problem& problem);
   Error(std::string_view subject, std::string found, std::string expected = {});
 };
 
-// Prints the line to standard error after the name of the program. Escapes what a
+// Prints the line to standard error after the name of the program. Escapes the characters that a
 // terminal interprets, so that it remains one line.
 void PrintError(std::string_view line);
 
-// The same for information that is not an error.
+// Does the same for information that is not an error.
 void PrintNote(std::string_view line);
 
 }  // namespace zorl2_inspect

@@ -58,7 +58,7 @@ void JsonWriter::Value(bool value) {
 }
 
 void JsonWriter::Value(double value) {
-  // JSON has no other numbers.
+  // JSON has no infinities and no NaN.
   if (!std::isfinite(value)) return Null();
   Do([value](auto& writer) { writer.Double(value); });
 }

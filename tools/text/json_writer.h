@@ -1,4 +1,4 @@
-// The one writer of JSON.
+// Writes all JSON of the tool.
 #pragma once
 
 #include <rapidjson/prettywriter.h>
@@ -31,8 +31,8 @@ class JsonWriter {
   void Null();
   void Value(bool value);
   void Value(double value);
-  // A text that is not UTF-8, which no JSON string can hold, becomes an object with its bytes:
-  // {"hex": "67 65 ff"}. The first one is reported on standard error.
+  // Writes a text that is not UTF-8, which no JSON string can hold, as an object with its bytes:
+  // {"hex": "67 65 ff"}. Reports the first one on standard error.
   void Value(std::string_view text);
   void Value(const char* text) { Value(std::string_view(text)); }
   void Value(const std::string& text) { Value(std::string_view(text)); }

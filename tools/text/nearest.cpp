@@ -13,8 +13,8 @@ char Lower(char character) {
   return static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
 }
 
-// How many characters must be inserted, removed or replaced. Names are shortened more often than
-// their letters are confused, so an insertion counts half.
+// How many characters must be inserted, removed or replaced. An insertion counts half, because
+// people shorten names more often than they confuse letters.
 std::size_t Distance(std::string_view from, std::string_view to) {
   std::vector<std::size_t> row(to.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});
@@ -33,7 +33,7 @@ std::size_t Distance(std::string_view from, std::string_view to) {
 }  // namespace
 
 std::string Nearest(std::string_view written, const std::vector<std::string>& names) {
-  // Nobody wrote a name of a thousand characters by mistake.
+  // Bounds the time; so long a name is no typing error.
   written = written.substr(0, 100);
   std::string nearest;
   std::size_t least = std::numeric_limits<std::size_t>::max();

@@ -1,4 +1,4 @@
-// The name that somebody meant.
+// Finds the name that the operator probably meant.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace zorl2_inspect {
 
-// The name with the fewest typing errors, whatever their case. A path also counts by its last part.
-// Empty if there are no names.
+// Returns the name with the fewest typing errors, ignoring case. Compares a path also by its last
+// part. Returns an empty text if there are no names.
 std::string Nearest(std::string_view written, const std::vector<std::string>& names);
 
 }  // namespace zorl2_inspect

@@ -11,7 +11,7 @@ namespace zorl2_inspect {
 
 Output::Output(std::string file) : file_(std::move(file)), stream_(stdout) {
   if (file_ == "-") return;
-  // A device or a pipe is written to directly.
+  // Writes directly to a device or a pipe, which cannot be replaced.
   const bool plain = access(file_.c_str(), F_OK) != 0 || file_.compare(0, 5, "/dev/") != 0;
   if (plain) temporary_ = fmt::format("{}.{}.part", file_, getpid());
   stream_ = std::fopen(plain ? temporary_.c_str() : file_.c_str(), "wb");
@@ -20,7 +20,7 @@ Output::Output(std::string file) : file_(std::move(file)), stream_(stdout) {
 
 Output::~Output() {
   if (stream_ == nullptr) return;
-  // What was printed before an error remains visible; the error itself is reported elsewhere.
+  // The output before an error remains visible; the error itself is reported elsewhere.
   std::fwrite(buffer_.data(), 1, buffer_.size(), stream_);
   if (stream_ == stdout) return;
   std::fclose(stream_);

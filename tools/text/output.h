@@ -12,9 +12,9 @@
 
 namespace zorl2_inspect {
 
-// A file, or standard output for "-"; or a text in memory. Replaces an older file when Finish() has
-// written everything; an error before that leaves the older file unchanged. Every function but the
-// destructor throws Error if the file cannot be written.
+// A file, standard output for "-", or a text in memory. Finish() replaces an older file; if an
+// error comes first, the older file remains unchanged. Every function but the destructor throws
+// Error if the file cannot be written.
 class Output {
  public:
   explicit Output(std::string file = "-");

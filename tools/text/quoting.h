@@ -9,16 +9,16 @@ namespace zorl2_inspect {
 
 inline constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 
-// In double quotes. Escapes quotes, backslashes, bytes that are not UTF-8, and every character that
-// SafeCharacter() rejects, so that the text format of protobuf accepts the result. A text that is
-// longer than the limit is cut, and its length follows.
+// Writes the text in double quotes. Escapes quotes, backslashes, bytes that are not UTF-8, and
+// every character that SafeCharacter() rejects, so that the text format of protobuf accepts the
+// result. Cuts a text that is longer than the limit and appends its length.
 std::string Quoted(std::string_view text, std::size_t limit = kNoLimit);
 
-// Without quotes: a name of a file, or a line that is already complete. Leaves quotes and
+// Escapes the same without adding quotes, for a file name or a complete line. Leaves quotes and
 // backslashes.
 std::string Printable(std::string_view text);
 
-// The text itself if it needs no quotes and has no blank.
+// Returns the text itself if it has nothing to escape and no blank, otherwise the quoted text.
 std::string QuotedUnlessPlain(std::string_view text, std::size_t limit = kNoLimit);
 
 // Whether the whole text is UTF-8.

@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kGap = 2;
 
-// In a long table the heading is repeated after so many rows.
+// A long table repeats its heading after so many rows.
 constexpr std::size_t kRowsBelowHeading = 1000;
 
 void Put(std::string& line, bool right, std::size_t column_width, const std::string& text,

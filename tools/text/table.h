@@ -24,7 +24,7 @@ struct Cell {
 // How many places a terminal needs for the text: one for each character.
 std::size_t Width(std::string_view text);
 
-// The text if a terminal shows it in so many places, else its beginning and three dots.
+// The text if it fits into so many places of a terminal, otherwise its beginning and three dots.
 std::string Cut(const std::string& text, std::size_t width);
 
 class Table {
@@ -59,7 +59,7 @@ class Table {
   std::vector<std::string> columns_;
   std::size_t always_;
   std::vector<std::vector<Cell>> rows_;
-  // Of the parts that have been printed.
+  // For the parts that have been printed.
   Widths widths_;
   std::size_t rows_below_heading_ = 0;
 };

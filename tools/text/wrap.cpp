@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kUsualWidth = 80;
 
-// Where so many characters end.
+// The number of bytes of so many characters.
 std::size_t Bytes(std::string_view text, std::size_t characters) {
   std::size_t at = 0;
   for (; at < text.size(); ++at) {

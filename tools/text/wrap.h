@@ -8,8 +8,8 @@
 
 namespace zorl2_inspect {
 
-// The text in lines of at most `first` characters and then of at most `rest`, broken at blanks
-// where there are any. Both are at least 1.
+// Breaks the text into a line of at most `first` characters and lines of at most `rest`, at blanks
+// where possible. Both are at least 1.
 std::vector<std::string> Wrap(std::string_view text, std::size_t first, std::size_t rest);
 
 // The number of columns of the terminal on this descriptor; 0 if it is none.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "interface_entry.pb.h"
@@ -12,7 +13,6 @@
 #include "tools/model/message_forms.h"
 #include "tools/model/text_changes.h"
 #include "tools/text/error.h"
-#include "tools/text/json_writer.h"
 #include "tools/text/quoting.h"
 
 namespace zorl2_inspect {
@@ -35,7 +35,7 @@ std::string NameOf(const Message& message) {
   return entry == nullptr ? "" : " " + Quoted(entry->generalinfo().intf_name(), kNameLimit);
 }
 
-// One line of an element as a whole.
+// Describes a whole element on one line.
 std::string Summary(const Message& message) {
   if (const pb::IntfEntry* entry = AsEntry(message)) {
     const pb::StatusInfo& status = entry->statusinfo();
@@ -64,7 +64,7 @@ Colour ColourOf(Kind kind) {
   return kColours[static_cast<int>(kind)];
 }
 
-// Longer texts are compared by lines.
+// Longer texts are compared line by line.
 constexpr std::size_t kTextLimit = 200;
 
 bool IsLong(const FieldChange& field) {
@@ -123,17 +123,6 @@ void WriteValue(const char* name, const ValueRef& value, JsonWriter& json) {
   WriteJsonValue(*value.parent, *value.field, value.index, json);
 }
 
-std::string Elements(std::size_t count) {
-  return fmt::format("{} element{}", count, count == 1 ? "" : "s");
-}
-
-std::size_t CountOf(const DiffResult& result, Kind kind) {
-  std::size_t count = 0;
-  for (const ElementChange& change : result.changes)
-    count += change.is_element && change.kind == kind ? 1 : 0;
-  return count;
-}
-
 void WriteChange(const ElementChange& change, JsonWriter& json) {
   json.BeginObject();
   json.Member("change", KindName(change.kind));
@@ -167,58 +156,73 @@ void WriteChange(const ElementChange& change, JsonWriter& json) {
 
 }  // namespace
 
-void PrintChanges(const DiffSide& before, const DiffSide& after, const DiffResult& result,
-                  const Palette& paint, Output& out) {
-  if (result.equal()) {
-    out.Print("no difference in {}\n", Elements(result.same));
-    return;
-  }
-  out.Print("{}\n{}\n\n",
-            paint(Colour::kRed, fmt::format("--- {} ({})", Printable(before.name),
-                                            Elements(result.elements_before))),
-            paint(Colour::kGreen, fmt::format("+++ {} ({})", Printable(after.name),
-                                              Elements(result.elements_after))));
-  for (const ElementChange& change : result.changes) {
-    static const char* const kMarks[] = {"+", "-", "~"};
-    const Message& shown = change.after != nullptr ? *change.after : *change.before;
-    const std::string head = fmt::format("{} {}{}: {}", kMarks[static_cast<int>(change.kind)],
-                                         change.key, NameOf(shown), KindName(change.kind));
-    out.Print("{}", paint(ColourOf(change.kind), head));
-    if (change.kind != Kind::kChanged) out.Print(" ({})", Summary(shown));
-    const zorl2::check::Verdict verdict = zorl2::check::Check(shown);
-    if (!Converts(verdict)) {
-      out.Print("{}", paint(Colour::kMagenta, "  !! " + ProblemText(RejectionOf(verdict))));
-    }
-    out.Print("\n");
-    for (const FieldChange& field : change.fields) {
-      if (IsLong(field)) {
-        PrintText(field, paint, out);
-      } else {
-        out.Print("    {}\n", paint(ColourOf(field.kind), FieldLine(field)));
-      }
-    }
-  }
-  out.Print("\n{} added, {} removed, {} changed, {} the same\n", CountOf(result, Kind::kAdded),
-            CountOf(result, Kind::kRemoved), CountOf(result, Kind::kChanged), result.same);
+ChangesView::ChangesView(Output& out, std::string before, std::string after, bool json,
+                         Palette palette)
+    : out_(out), before_(std::move(before)), after_(std::move(after)), paint_(palette) {
+  if (json) json_.emplace(out, JsonWriter::Layout::kIndented);
 }
 
-void PrintChangesAsJson(const DiffSide& before, const DiffSide& after, const DiffResult& result,
-                        Output& out) {
-  JsonWriter json(out, JsonWriter::Layout::kIndented);
-  json.BeginObject();
-  json.Member("schema", "diff/1");
-  json.Member("before", before.name);
-  json.Member("after", after.name);
-  json.Member("equal", result.equal());
-  json.Member("added", CountOf(result, Kind::kAdded));
-  json.Member("removed", CountOf(result, Kind::kRemoved));
-  json.Member("changed", CountOf(result, Kind::kChanged));
-  json.Member("same", result.same);
-  json.Key("changes");
-  json.BeginArray();
-  for (const ElementChange& change : result.changes) WriteChange(change, json);
-  json.EndArray();
-  json.EndObject();
+void ChangesView::Begin() {
+  if (std::exchange(begun_, true)) return;
+  if (json_) {
+    json_->BeginObject();
+    json_->Member("schema", "diff/1");
+    json_->Member("before", before_);
+    json_->Member("after", after_);
+    json_->Key("changes");
+    json_->BeginArray();
+  } else {
+    out_.Print("{}\n{}\n\n", paint_(Colour::kRed, "--- " + Printable(before_)),
+               paint_(Colour::kGreen, "+++ " + Printable(after_)));
+  }
+}
+
+void ChangesView::Add(const ElementChange& change) {
+  Begin();
+  if (json_) {
+    WriteChange(change, *json_);
+  } else {
+    PrintChange(change);
+  }
+}
+
+void ChangesView::PrintChange(const ElementChange& change) {
+  static const char* const kMarks[] = {"+", "-", "~"};
+  const Message& shown = change.after != nullptr ? *change.after : *change.before;
+  const std::string head = fmt::format("{} {}{}: {}", kMarks[static_cast<int>(change.kind)],
+                                       change.key, NameOf(shown), KindName(change.kind));
+  out_.Print("{}", paint_(ColourOf(change.kind), head));
+  if (change.kind != Kind::kChanged) out_.Print(" ({})", Summary(shown));
+  const zorl2::check::Verdict verdict = zorl2::check::Check(shown);
+  if (!Converts(verdict)) {
+    out_.Print("{}", paint_(Colour::kMagenta, "  !! " + ProblemText(RejectionOf(verdict))));
+  }
+  out_.Print("\n");
+  for (const FieldChange& field : change.fields) {
+    if (IsLong(field)) {
+      PrintText(field, paint_, out_);
+    } else {
+      out_.Print("    {}\n", paint_(ColourOf(field.kind), FieldLine(field)));
+    }
+  }
+}
+
+void ChangesView::Finish(const DiffTotals& totals) {
+  if (json_) {
+    Begin();
+    json_->EndArray();
+    json_->Member("equal", totals.equal());
+    json_->Member("added", totals.added);
+    json_->Member("removed", totals.removed);
+    json_->Member("changed", totals.changed);
+    json_->Member("same", totals.same);
+    json_->EndObject();
+  } else if (totals.equal()) {
+    out_.Print("no difference in {} element{}\n", totals.same, totals.same == 1 ? "" : "s");
+  } else {
+    out_.Print("\n{} added, {} removed, {} changed, {} the same\n", totals.added, totals.removed,
+               totals.changed, totals.same);
+  }
 }
 
 }  // namespace zorl2_inspect

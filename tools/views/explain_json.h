@@ -21,7 +21,8 @@ class ExplainJson : public ExplainRows {
   void Begin(const std::string& file, const std::string& type, std::uint64_t record,
              std::uint64_t offset, std::uint64_t bytes);
   void Print(const ExplainRow& row) override;
-  // Why the runtime cannot parse the message, and why the conversion would reject it.
+  // Ends the object with the reasons why the runtime cannot parse the message and why the
+  // conversion would reject it.
   void End(const std::optional<Problem>& damage, const std::optional<Problem>& rejection);
 
  private:

@@ -36,7 +36,7 @@ class Explainer : public WireVisitor {
             ExplainRows& rows)
       : bytes_(bytes), type_(type), first_offset_(first_offset), rows_(rows) {
     const std::unique_ptr<Message> message = NewMessage(type);
-    // The conversion of bytes that are no message is nothing to talk about.
+    // Bytes that are no message have no conversion to report.
     if (message->ParsePartialFromArray(bytes.data(), static_cast<int>(bytes.size()))) {
       checked_.emplace(*message);
       summary.verdict = checked_->verdict();
@@ -54,7 +54,7 @@ class Explainer : public WireVisitor {
   }
 
   void OnEnd(const WireField& container, std::size_t end) override {
-    // Several occurrences of a message are complete only with the last one.
+    // A message that occurs several times is complete only with its last occurrence.
     if (!checked_ || container.kind != WireField::Kind::kMessage || container.later != kNowhere) {
       return;
     }

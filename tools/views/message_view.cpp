@@ -67,7 +67,7 @@ void PrintRejections(const std::vector<Verdict>& rejections, const Filter& filte
   table.Print(out, palette);
 }
 
-// The most serious losses come first; defaults, which do no harm, are counted.
+// Prints the most serious losses first and only counts the defaults, which do no harm.
 void PrintLosses(const std::vector<Loss>& losses, const Filter& filter, Output& out,
                  const Palette& palette) {
   Table table({"NOT KEPT BY THE NATIVE RECORD", "MESSAGE", "BACK FROM NATIVE", "REASON"});

@@ -13,8 +13,8 @@ namespace zorl2_inspect {
 
 // Prints a list or a single entry as a table, a state signal by interface, and everything else
 // field by field; then why elements do not convert, what the conversion loses, and the unknown
-// fields. The title names the input. Any message will do, also one without its required fields.
-// The filter has selected what is in the message; indices are those before.
+// fields. The title names the input. Accepts a message without its required fields. The caller must
+// have applied the filter to the message; printed indices are those before that.
 void PrintMessage(const google::protobuf::Message& message, const std::string& title,
                   const Filter& filter, Output& out, const Palette& palette);
 

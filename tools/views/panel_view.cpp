@@ -24,7 +24,7 @@ struct Look {
   Colour colour;
 };
 
-// By PortState.
+// Indexed by PortState.
 constexpr Look kLooks[] = {
     {" ", " ", Colour::kPlain}, {"■", "#", Colour::kGreen}, {"□", "-", Colour::kRed},
     {"·", ".", Colour::kFaint}, {"✕", "x", Colour::kRed},   {"▨", "b", Colour::kYellow},
@@ -35,7 +35,7 @@ std::string Symbol(PortState state, const Palette& paint, bool utf8) {
   return paint(look.colour, utf8 ? look.utf8 : look.ascii);
 }
 
-// The row of the ports at every other place from `start`.
+// Every other port of a bank.
 struct PanelRow {
   std::string label;  // "ge-0/0/1-47"
   std::vector<PortState> ports;

@@ -46,7 +46,7 @@ StatsView::StatsView(Output& out, bool as_json, std::uint64_t listed)
 
 void StatsView::Begin(const std::string& name, const std::string& type) {
   if (!as_json_) {
-    out_.Print("{}: length-prefixed records of type {}\n", Printable(name), type);
+    out_.Print("{}: records of type {}\n", Printable(name), type);
     return;
   }
   json_.BeginObject();

@@ -37,7 +37,7 @@ struct RecordSummary {
   std::array<std::uint64_t, 65> by_magnitude = {};
   // By RecordOutcome. A record that was skipped because of its length is malformed.
   std::array<std::uint64_t, kRecordOutcomes> outcomes = {};
-  // Records of which a filter selects nothing. They are not among the records.
+  // Records of which a filter selects nothing. `records` does not include them.
   std::uint64_t left_out = 0;
   std::uint64_t conversions = 0;
   double seconds = 0;

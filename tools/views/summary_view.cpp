@@ -26,8 +26,8 @@ class Screen {
  public:
   Screen(const Palette& paint, Output& out) : paint_(paint), out_(out) {}
 
-  // "label     start item, item, ... (3 more)": as many items as fit, and how many there are
-  // besides them and besides those that the caller has left out.
+  // Prints "label     start item, item, ... (3 more)": as many items as fit, and the number of the
+  // others, which includes the `left_out` items that the caller does not pass.
   void Line(const char* label, const std::string& start, const std::vector<Cell>& items = {},
             std::uint64_t left_out = 0) {
     std::string line = paint_(Colour::kBold, fmt::format("{:<{}}", label, kLabel));
@@ -38,7 +38,7 @@ class Screen {
     std::size_t i = 0;
     for (; i < items.size(); ++i) {
       const std::size_t next = width + (i == 0 ? 0 : 2) + Width(items[i].text);
-      // What is left after this one must still be counted.
+      // The count of the remaining items must fit, too.
       const std::uint64_t left = items.size() - i - 1 + left_out;
       if (!all_fit && next + (left == 0 ? 0 : 2 + More(left).size()) > kWidth) break;
       if (i > 0) line += ", ";
@@ -96,7 +96,7 @@ Cell Holder(pb::ProtocolType protocol, const Examples& held, bool with_names) {
   return Cell(std::move(text), Colour::kRed);
 }
 
-// All protocols are named; the ports of the last ones are not if there is no room.
+// Names all protocols, but the ports of the last ones only if there is room.
 void PrintHeld(Screen& screen, const char* label, std::uint64_t ports,
                const std::array<Examples, pb::ProtocolType_ARRAYSIZE>& by) {
   if (ports == 0) {

@@ -101,7 +101,7 @@ void PrintEnum(const EnumDescriptor& type, const Palette& paint, Output& out) {
   }
 }
 
-// The rate of a class, without the limit of the table's 32 bits.
+// The rate of a class in kbit/s, also above the table's limit of 32 bits.
 std::uint64_t NominalKbps(int speed_class) {
   static constexpr std::uint64_t kNominal[] = {
       0,          100,        1'000,      10'000,      100'000,       1'000'000,

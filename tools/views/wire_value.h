@@ -7,7 +7,7 @@
 
 namespace zorl2_inspect {
 
-// Such as "LACP (3, native 2)"; an identifier whole.
+// Returns a text such as "LACP (3, native 2)"; for an identifier all its values.
 std::string WireValueText(const WireField& field);
 
 // Such as "enum ProtocolType", "packed uint32" or "unknown, varint".

@@ -6,7 +6,7 @@
 namespace zorl2_inspect {
 namespace {
 
-// Reads over one value. Returns false at damage, which the walk itself reports.
+// Skips one value. Returns false at damage, which the walk itself reports.
 bool SkipValue(WireReader& reader, std::uint32_t number, int wire_type, int depth) {
   std::uint64_t value = 0;
   std::size_t length = 0;

@@ -20,8 +20,8 @@ class WireReader {
   std::size_t left() const { return bytes_.size() - position_; }
   const char* problem() const { return problem_; }
 
-  // About the last varint: how many bytes it takes more than it needs, and whether it has bits
-  // above the 64th, which are dropped.
+  // How many bytes more than needed the last varint has, and whether it has bits above the 64th,
+  // which are dropped.
   std::size_t padding() const { return padding_; }
   bool overflowed() const { return overflowed_; }
 

@@ -20,7 +20,8 @@ bool IsPackedForm(const FieldDescriptor& field, int wire_type) {
   return field.is_packable() && wire_type == kLength;
 }
 
-// How often each field of a message has come. Several occurrences of a singular message are one.
+// How often each field of a message has occurred. Several occurrences of a singular message count
+// as one.
 struct Counts {
   std::vector<int> seen;
   std::map<int, Counts> nested;
@@ -81,8 +82,7 @@ class Walker {
     return true;
   }
 
-  // One field of a message or group. In a group, whose end is a tag of its own, closing becomes
-  // true when that tag was read.
+  // Walks one field of a message or group. Sets `closing` at the tag that ends a group.
   bool Field(Frame& frame, bool* closing, std::uint32_t group = 0) {
     WireField item;
     item.offset = Here(frame);
@@ -188,7 +188,7 @@ class Walker {
     if (length > reader.left()) {
       Fail(at, "at most " + std::to_string(reader.left()) + " more bytes",
            "a length of " + std::to_string(length));
-      // A capture that was cut is worth reading up to the cut.
+      // A capture that was cut off is read up to the cut.
       if (message && item.depth < kDepthLimit) Rest(frame, item);
       return false;
     }

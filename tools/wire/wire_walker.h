@@ -35,12 +35,11 @@ struct WireField {
   int wire_type = 0;
   int depth = 0;
   std::size_t offset = 0;
-  // All bytes of a leaf or element, the tag and length of the others.
+  // All bytes of a leaf or element; only the tag and length of the other kinds.
   std::string_view raw;
-  // The number of a varint or fixed-width value, undecoded otherwise.
+  // The value of a varint or fixed-width field, not decoded any further.
   std::uint64_t value = 0;
-  // How many bytes the varint of the tag, and that of the value or length, take more than they
-  // need.
+  // How many bytes more than needed the varint of the tag has, and that of the value or length.
   std::size_t tag_padding = 0;
   std::size_t value_padding = 0;
   // Whether the varint has bits above the 64th.
@@ -61,8 +60,8 @@ class WireVisitor {
  public:
   virtual ~WireVisitor() = default;
   virtual void OnField(const WireField& field) = 0;
-  // Follows the last field of a message, packed list or group that is complete. The outermost
-  // message has an empty path; `end` is the offset after it.
+  // Called after the last field of a complete message, packed list or group. The outermost message
+  // has an empty path; `end` is the offset after the container.
   virtual void OnEnd(const WireField& container, std::size_t end) = 0;
   // Why the runtime rejects the bytes, with offset and path.
   virtual void OnError(const Problem& problem) = 0;

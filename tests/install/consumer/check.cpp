@@ -1,4 +1,4 @@
-// Damaged messages from the installed package alone: which field is wrong, and what would be lost.
+// Checks damaged messages with the installed package: which field is wrong, and what would be lost.
 #include <cstdio>
 #include <string>
 

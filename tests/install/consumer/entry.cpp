@@ -64,7 +64,7 @@ static bool Run() {
   } catch (const std::out_of_range&) {
   }
   std::printf(
-      "proved, %s: an entry of %zu octets came back whole, and an exception and a cast "
+      "proved, %s: an entry of %zu bytes came back whole, and an exception and a cast "
       "crossed the library boundary\n",
       kAssertions, bytes.size());
   return true;

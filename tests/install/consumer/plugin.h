@@ -4,8 +4,8 @@
 #include <string>
 
 extern "C" {
-// The octets of an entry with this name.
-bool EncodeName(const std::string& name, std::string& octets);
-// The name in the octets of an entry.
-bool DecodeName(const std::string& octets, std::string& name);
+// Sets `bytes` to those of an entry with this name.
+bool EncodeName(const std::string& name, std::string& bytes);
+// Sets `name` to the name in the bytes of an entry.
+bool DecodeName(const std::string& bytes, std::string& name);
 }

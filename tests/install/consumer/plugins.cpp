@@ -27,17 +27,17 @@ int main(int argc, char** argv) {
   Plugin first;
   Plugin second;
   if (argc != 3 || !Load(argv[1], first) || !Load(argv[2], second)) return 1;
-  std::string octets;
+  std::string bytes;
   std::string name;
-  if (!first.encode("from the first", octets) || !second.decode(octets, name) ||
-      name != "from the first" || !second.encode("from the second", octets) ||
-      !first.decode(octets, name) || name != "from the second") {
+  if (!first.encode("from the first", bytes) || !second.decode(bytes, name) ||
+      name != "from the first" || !second.encode("from the second", bytes) ||
+      !first.decode(bytes, name) || name != "from the second") {
     std::printf("FAILED: the plugins do not understand each other\n");
     return 1;
   }
-  // One goes away, the other works on.
-  if (dlclose(first.handle) != 0 || !second.encode("alone", octets) ||
-      !second.decode(octets, name) || name != "alone") {
+  // Without the first plugin the second one still works.
+  if (dlclose(first.handle) != 0 || !second.encode("alone", bytes) || !second.decode(bytes, name) ||
+      name != "alone") {
     std::printf("FAILED: the second plugin without the first\n");
     return 1;
   }

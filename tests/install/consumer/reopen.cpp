@@ -1,4 +1,4 @@
-// reopen LIBRARY: loads the library, uses it, closes it, and does it all again.
+// reopen LIBRARY: loads, uses and closes the library, twice.
 #include <dlfcn.h>
 
 #include <cstdio>

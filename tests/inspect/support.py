@@ -30,8 +30,8 @@ def limit_memory(megabytes):
 
 def on_terminal(arguments, feed=None, env=None, stdout_too=True):
     """Runs the tool with its outputs on a pseudo-terminal. Returns the output and the exit status.
-    feed yields bytes for standard input and patterns (str); before feed continues, new output must
-    match a pattern. feed may also be a function that takes the process and returns them."""
+    feed yields bytes for standard input and patterns (str) that new output must match before feed
+    continues. It may be a function that gets the process and returns such a feed."""
     master, slave = pty.openpty()
     environment = {k: v for k, v in os.environ.items() if k != "NO_COLOR"}
     environment.update({"TERM": "xterm", **(env or {})})

@@ -141,6 +141,29 @@ class Diff(ToolTest):
         equal = json.loads(self.lists([wire.entry()], [wire.entry()], "--json", status=0).text)
         self.assertEqual((equal["equal"], equal["changes"]), (True, []))
 
+    def test_elements_that_do_not_convert_are_marked_before_and_after(self):
+        bad, good = wire.entry(category=9), wire.entry(mtu=1400)
+        reason = ("intfCategory: unlisted value 9 (listed: 0 to 4), required by IntfEntry "
+                  "[required]")
+        for before, after, marks in ((bad, good, "  !! before: " + reason),
+                                     (good, bad, "  !! " + reason),
+                                     (bad, wire.entry(category=9, mtu=1),
+                                      "  !! %s  !! before: %s" % (reason, reason))):
+            text = self.lists([before], [after]).text
+            self.assertIn('~ 0.0.0.7 "ge-0/0/7": changed%s\n' % marks, text)
+            change, = json.loads(self.lists([before], [after], "--json").text)["changes"]
+            for element, name in ((before, "rejected_before"), (after, "rejected_after")):
+                self.assertEqual(change[name] is not None, wire.number(9, 9) in element, name)
+        problem = json.loads(self.lists([bad], [], "--json").text)["changes"][0]["rejected_before"]
+        self.assertEqual((problem["path"], problem["rule"]), ("intfCategory", "required"))
+
+    def test_states_that_reject_their_signal_are_marked(self):
+        signals = [wire.shut_signal(3, ((1, 2, 3), state)) for state in (0, 1)]
+        text = self.diff(*signals, "--type", "ShutStateSync").text
+        mark = "!! zorid: 3 values (expected 4) [identifier.size]"
+        self.assertIn("~ 1.2.3 (3 values): changed  %s  %s\n" % (
+            mark, mark.replace("!!", "!! before:")), text)
+
     def test_names_that_are_no_text_stay_valid_json(self):
         done = self.lists([wire.entry(name=b"\xff\xfe")],
                           [wire.entry((0, 0, 0, 9), name=b"\xffx")], "--json")

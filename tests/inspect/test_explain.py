@@ -141,6 +141,28 @@ class Explain(ToolTest):
                          "required by IntfEntry [required]")
         self.assertEqual(done.errors, "")
 
+    def test_every_missing_field_says_what_requires_it(self):
+        entry = wire.text(1, wire.zorid(0, 0, 0, 7)) + wire.text(3, wire.text(1, "x"))
+        for content, name, prefix in ((entry, "IntfEntry", ""),
+                                      (wire.entry_list(wire.entry(), entry), "IntfEntryList",
+                                       "intfEntry[1].")):
+            found = rows(self.explain(content, "--type", name, status=1).text)
+            for message, paths in (("IntfEntry", ("statusInfo", "physicalInfo", "typeInfo",
+                                                  "intfCategory")),
+                                   ("GeneralInfo", ("generalInfo.phy_addr",
+                                                    "generalInfo.redundancy_group_id"))):
+                for path in paths:
+                    self.assertTrue(found[prefix + path][0][2].endswith(
+                        "(absent)  <- rejected: missing, required by %s [required]" % message),
+                        found[prefix + path])
+        # An unlisted value after a missing field.
+        content = wire.entry()[:-2].replace(wire.text(6, wire.type_info()), b"")
+        found = rows(self.explain(content + wire.number(9, 6), "--type", "IntfEntry",
+                                  status=1).text)
+        self.assertIn("<- rejected: missing, required by IntfEntry", found["typeInfo"][0][2])
+        self.assertIn("6 (unlisted)  <- rejected: unlisted value 6 (listed: 0 to 4), required by "
+                      "IntfEntry [required]", found["intfCategory"][0][2])
+
     def test_an_unlisted_value_of_a_required_field_is_named_at_its_offset(self):
         content = wire.entry(category=5)
         done = self.explain(content, "--type", "IntfEntry", status=1)
@@ -237,7 +259,7 @@ class Explain(ToolTest):
         done = self.explain(content, "--json", "--type", "IntfEntry")
         report = json.loads(done.text)
         self.assertEqual({name: report[name] for name in report if name != "fields"}, {
-            "schema": "explain/1", "file": "standard input", "type": "IntfEntry", "record": None,
+            "schema": "explain/2", "file": "standard input", "type": "IntfEntry", "record": None,
             "offset": 0, "size": len(content), "damage": None, "rejection": None})
         fields = {field["path"]: field for field in report["fields"]}
         self.assertEqual(fields["zorid"]["value"], "0.0.0.7")
@@ -260,8 +282,9 @@ class Explain(ToolTest):
         self.assertEqual((first["record"], first["rejection"]), (1, None))
         self.assertEqual(second["record"], 2)
         self.assertEqual(second["rejection"], {
-            "offset": content.index(wire.number(9, 5)), "path": "intfCategory", "expected": None,
-            "found": "unlisted value 5 (listed: 0 to 4), required by IntfEntry [required]"})
+            "record": 2, "offset": content.index(wire.number(9, 5)), "line": None, "column": None,
+            "path": "intfCategory", "expected": None, "rule": "required",
+            "found": "unlisted value 5 (listed: 0 to 4), required by IntfEntry"})
         self.assertEqual(third["damage"]["offset"], len(content))
         self.assertEqual(third["damage"]["expected"], "a varint")
 

@@ -9,7 +9,8 @@ import unittest
 from support import TOOL, ToolTest
 
 # The exit status of each example: diff and stats report differences and bad records.
-STATUS = {"types": 0, "encode": 0, "diff": 1, "explain": 0, "stats": 1, "summary": 0, "show": 0}
+STATUS = {"snapshot": 0, "roundtrip": 0, "types": 0, "encode": 0, "diff": 1, "explain": 0,
+          "stats": 1, "summary": 0, "show": 0}
 
 
 class Help(ToolTest):
@@ -25,6 +26,32 @@ class Help(ToolTest):
                                   env={**os.environ, "PATH": path})
             self.assertEqual(done.returncode, expected, (example[1], done.stderr))
             self.assertNotEqual(done.stdout, b"")
+
+    def helps(self):
+        """The text of --help, by command."""
+        commands = re.findall(r"^  ([a-z]+) ", self.run_tool("--help").text, re.M)
+        self.assertEqual(len(commands), 9)
+        return {command: self.run_tool(command, "--help").text for command in commands}
+
+    def test_help_fits_into_eighty_columns(self):
+        for text in (self.run_tool("--help").text, *self.helps().values()):
+            self.assertLessEqual(max(map(len, text.splitlines())), 80, text)
+
+    def test_helps_are_alike(self):
+        for command, text in self.helps().items():
+            # Everything begins with a verb in the imperative.
+            verbs = [text.split()[0]]
+            for item in re.findall(r"^  ((?:-|[A-Z]+ ).*\n(?:    .*\n)*)", text, re.M):
+                item = " ".join(item.split())
+                name, body = re.match(r"(\S+(?: [A-Z]+)?) ([A-Z][a-z].*)", item).groups()
+                verbs.append(body.split()[0])
+                # An option says what it does, or what it is, if it is omitted.
+                if name.startswith("-") and name != "-h,--help":
+                    self.assertRegex(body, "default|omitted|Change nothing", (command, name))
+            self.assertLessEqual(set(verbs), {
+                "Change", "Compare", "Convert", "Count", "End", "Fit", "List", "Print", "Read",
+                "Select", "Set", "Show", "Skip", "Summarise", "Turn", "Use", "Wait", "Write"})
+            self.assertRegex(text, r"(?s)Exit status: 0 .*, 2\s.*\nExamples?\b.*:\n  ", command)
 
     def test_unknown_options_and_missing_files_are_one_line(self):
         for command in STATUS:

@@ -175,6 +175,21 @@ class Input(ToolTest):
                 self.assertIn("0.0.0.%d " % i, done.text)
             self.assertIn("type IntfEntry inferred", done.errors)
 
+    def test_one_message_in_place_of_a_stream_is_recognised(self):
+        content = wire.entry_list(*[wire.entry((0, 0, 1, i)) for i in range(30)])
+        path = self.file("list.pb", content)
+        for arguments in (("stats", path), ("stats", "--type", "IntfEntryList", path),
+                          ("stats", "--type", "IntfEntry", path), ("stats", "-"),
+                          ("show", "--delimited", "--type", "IntfEntryList", path)):
+            with self.subTest(arguments):
+                self.rejected(*arguments, given=content, parts=(
+                    "one message, of type IntfEntryList (expected a stream of messages; ",))
+        self.rejected("stats", "--type", "Zorid", "-", given=wire.zorid(1, 2, 3, 4),
+                      parts=("one message, of type Zorid (expected a stream",))
+        # Whoever names the form knows it.
+        self.run_tool("show", "--delimited", "--input", "wire", "--type", "IntfEntryList", path,
+                      status=1)
+
     def test_the_type_is_inferred_with_its_reason(self):
         indication = wire.number(1, 0) + wire.number(2, 2) + wire.text(3, wire.entry())
         for content, name in ((wire.entry(), "IntfEntry"),

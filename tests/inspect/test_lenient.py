@@ -59,6 +59,56 @@ class Lenient(ToolTest):
                 self.assertRegex(lines[start + 1], r"^ethernet +9216  not kept: generalInfo\.bridge")
                 self.assertTrue(lines[start + 3].startswith("!! "))
 
+    def test_chosen_columns_of_lists_in_a_stream_hide_nothing(self):
+        lists = (wire.entry_list(wire.entry(), wire.entry(port=70000)) + wire.number(99, 5),
+                 wire.entry_list(wire.entry(extra=wire.number(99, 6))) + wire.text(50, "hidden"),
+                 wire.text(2, wire.entry()))
+        done = self.tool("show", wire.delimited(*lists), "--delimited", "--columns", "id,name")
+        for row in (r"#50 +unknown field +1 +2 +\"hidden\" +\(dropped\)",
+                    r"#99 +unknown field +1 +1 +5 ", r"intfEntry\.#99 +unknown field +1 +2 +6 ",
+                    r"intfEntry\.generalInfo\.bridge_port_number +narrowed +1 +1 +70000 +4464",
+                    r" +3  infoClient +missing, required by IntfEntryList \[required\]"):
+            self.assertRegex(done.text, r"\n" + row)
+        signals = [wire.shut_signal(wire.LACP, ((0, 0, 1, 300), True)) + wire.number(9, 1),
+                   wire.shut_signal(wire.L1_PROTO, ((0, 0, 1, 3), True))]
+        done = self.tool("show", wire.delimited(*signals), "--delimited", "--columns",
+                         "id,state", type_name="ShutStateSync")
+        for row in (r"intfs\.zorid +narrowed +1 +1 +0\.0\.1\.300 +0\.0\.1\.44",
+                    r"#9 +unknown field +1 +1 +1 ",
+                    r" +2  shutProtocol +L1_PROTO \(expected a protocol"):
+            self.assertRegex(done.text, r"\n" + row)
+
+    def test_unknown_fields_of_entries_that_do_not_convert_are_shown(self):
+        bad = wire.entry(category=9, extra=wire.number(77, 5))
+        for content, options in ((wire.delimited(bad), ()),
+                                 (wire.delimited(bad), ("--columns", "id"))):
+            done = self.tool("show", content, "--delimited", *options, type_name="IntfEntry")
+            self.assertRegex(done.text, r"\n#77 +unknown field +1 +1 +5 ")
+
+    def test_a_damaged_list_is_shown_up_to_the_damage(self):
+        entries = [wire.entry((0, 0, 0, i), name="ge-%d" % i, shut=()) for i in range(1, 6)]
+        cut = wire.entry_list(*entries)[:-60]
+        for options in ((), ("--columns", "id,name")):
+            done = self.tool("show", cut, *options, status=2)
+            self.assertIn("IntfEntryList from %s, up to the damage" % self.path("input"), done.text)
+            self.assertEqual([line.split()[0] for line in done.text.splitlines()
+                              if line.startswith("0.0.0.")], ["0.0.0.%d" % i for i in range(1, 6)])
+            self.assertRegex(done.errors.splitlines()[-1], r"offset 0x[0-9a-f]+: intfEntry\[4\]")
+        done = self.tool("show", cut, "--where", "id=0.0.0.2", status=2)
+        self.assertIn("0.0.0.2 ", done.text)
+        self.assertNotIn("0.0.0.3 ", done.text)
+        # A program would take a part for the whole.
+        for options in (("--json",), ("--output", "hex"), ("--strict",)):
+            self.assertEqual(self.tool("show", cut, *options, status=2).text, "")
+        done = self.tool("summary", cut, status=2)
+        self.assertRegex(done.text, r"IntfEntryList, 5 entries\n")
+        self.assertRegex(done.text, r"\nmalformed 1: offset 0x")
+        # The other files are shown, too.
+        good = self.file("good.pb", wire.entry_list(wire.entry((0, 0, 0, 9))))
+        done = self.run_tool("show", "--type", "IntfEntryList", self.file("cut.pb", cut), good,
+                             status=2)
+        self.assertIn("0.0.0.9 ", done.text)
+
     def test_forms_without_a_conversion_have_everything(self):
         content = wire.entry_list(wire.entry(), INCOMPLETE)
         got = json.loads(self.tool("show", content, "--json").text)

@@ -74,7 +74,9 @@ class Lines(ToolTest):
         done = self.tool("stats", given, "--json", "--longest", "2000000", status=1)
         report = json.loads(done.text)
         self.assertEqual((report["records"], report["good"]), (3, 2))
-        self.assertIn("a line of %d bytes (expected at most 2000000 bytes)" % len(long), done.text)
+        problem = report["bad"][0]["problem"]
+        self.assertEqual((problem["found"], problem["expected"]),
+                         ("a line of %d bytes" % len(long), "at most 2000000 bytes"))
         self.assertEqual(json.loads(self.tool("stats", given, "--json").text)["good"], 3)
 
     def test_json_that_is_not_in_lines_is_recognised(self):

@@ -1,8 +1,11 @@
 """Compares output with --json with the installed schema files."""
 
+import collections
 import functools
 import json
 import os
+import random
+import re
 import unittest
 
 import jsonschema
@@ -10,8 +13,12 @@ import wire
 from support import SAMPLES, SOURCE, ToolTest
 
 SCHEMAS = os.path.join(SOURCE, "tools", "schema")
+# A number changes if a member is removed or gets another meaning.
+VERSIONS = {"diff": 1, "explain": 2, "roundtrip": 2, "show": 1, "stats": 2, "summary": 2,
+            "types": 1}
 
 
+@functools.lru_cache(None)
 def schema(name):
     with open(os.path.join(SCHEMAS, name + ".schema.json"), encoding="utf-8") as content:
         return json.load(content)
@@ -42,15 +49,15 @@ WIDE = wire.entry(identifier=(0, 0, 1, 300), port=70000)
 class Schema(ToolTest):
     def test_every_file_is_a_schema_with_its_version(self):
         names = sorted(os.listdir(SCHEMAS))
-        self.assertEqual(names, ["%s.schema.json" % name for name in (
-            "diff", "explain", "roundtrip", "show", "stats", "summary", "types")])
+        self.assertEqual(names, ["%s.schema.json" % name for name in sorted(VERSIONS)])
         for file in names:
             name = file.split(".")[0]
             form = schema(name)
             jsonschema.Draft202012Validator.check_schema(form)
-            self.assertEqual(form["$id"], "zorl2-inspect/%s/1" % name)
+            version = "%s/%d" % (name, VERSIONS[name])
+            self.assertEqual(form["$id"], "zorl2-inspect/" + version)
             if name != "show":
-                self.assertEqual(form["properties"]["schema"], {"const": name + "/1"})
+                self.assertEqual(form["properties"]["schema"], {"const": version})
 
     def test_every_object_of_a_form_is_closed(self):
         # An open object would accept members that the schema does not describe.
@@ -101,7 +108,8 @@ class Schema(ToolTest):
         for arguments in (("diff", *single, a, b), ("diff", *single, a, a),
                           ("roundtrip", *single, a), ("roundtrip", *single, b),
                           ("explain", *single, a), ("explain", *single, b),
-                          ("explain", *many, stream), ("stats", *many, stream),
+                          ("explain", *many, stream), ("roundtrip", *many, stream),
+                          ("stats", *many, stream), ("stats", "--list", "0", *many, stream),
                           ("summary", *single, a), ("summary", *many, stream),
                           ("types", "--json"), ("types", "--json", "ProtocolType")):
             with self.subTest(arguments):
@@ -110,6 +118,50 @@ class Schema(ToolTest):
                     arguments[0] == "explain" else [text]
                 for line in lines:
                     check(arguments[0], json.loads(line))
+
+    def check_output(self, command, *arguments):
+        """Runs a command with --json; checks what it printed, if anything. How much that was."""
+        done = self.run_tool(command, "--json", *arguments, status=None)
+        self.assertTrue(done.text or done.returncode == 2, arguments)
+        one_each = "--delimited" in arguments and command in ("show", "explain")
+        texts = done.text.splitlines() if one_each else [done.text] if done.text else []
+        for text in texts:
+            check(command, json.loads(text))
+        return len(texts)
+
+    def test_every_report_on_samples_and_damaged_bytes(self):
+        chance = random.Random(21)
+        printed = collections.Counter()
+        for name in sorted(os.listdir(SAMPLES)):
+            if not name.endswith(".json"):
+                continue
+            type_name = re.search(r"\S+(?= from )", self.run_tool(
+                "show", os.path.join(SAMPLES, name)).text)[0]
+            good = self.run_tool("show", "--output", "wire", os.path.join(SAMPLES, name)).stdout
+            sample = self.file("sample.pb", good)
+            for turn in range(4):
+                bad = bytearray(good)
+                for _ in range(turn):
+                    bad[chance.randrange(len(bad))] = chance.randrange(256)
+                bad = bytes(bad)
+                if turn == 3:
+                    bad = bad[:-chance.randrange(1, 4)]
+                single = ("--input", "wire", "--type", type_name)
+                one = self.file("one.pb", bad)
+                many = self.file("many.pbs", wire.delimited(good, bad, good) + bad[:turn])
+                stream = ("--delimited", "--type", type_name)
+                commands = ["show", "roundtrip", "explain"]
+                if type_name.startswith("IntfEntry"):
+                    commands.append("summary")
+                for command in commands:
+                    printed[command] += self.check_output(command, *single, one)
+                    printed[command] += self.check_output(command, *stream, many)
+                printed["stats"] += self.check_output("stats", *stream, many)
+                printed["diff"] += self.check_output("diff", *single, sample, one)
+                printed["diff"] += self.check_output("diff", *stream, many, many)
+        # A test that no report reaches would prove nothing.
+        for command in ("show", "roundtrip", "explain", "summary", "stats", "diff"):
+            self.assertGreater(printed[command], 9, printed)
 
     def test_a_form_rejects_what_it_does_not_describe(self):
         report = json.loads(self.run_tool("types", "--json").text)

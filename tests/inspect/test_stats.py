@@ -11,6 +11,10 @@ class Stats(ToolTest):
                              status=status)
         return json.loads(done.text)
 
+    def problems(self, report):
+        names = ("offset", "path", "found", "expected", "rule")
+        return [tuple(bad["problem"][name] for name in names) for bad in report["bad"]]
+
     def test_entries_are_counted_by_their_values(self):
         stream = wire.delimited(
             wire.entry(category=0, shut=(3, 4), blocks=((4, 1), (12, 0))),
@@ -80,10 +84,15 @@ class Stats(ToolTest):
         size = len(wire.delimited(good))
         self.assertEqual([(bad["record"], bad["offset"], bad["outcome"]) for bad in report["bad"]],
                          [(2, size + 2, "malformed"), (4, 3 * size + 1, "incomplete")])
-        self.assertRegex(report["bad"][0]["problem"], r"^offset 0x[0-9a-f]+: generalInfo")
-        self.assertRegex(report["bad"][1]["problem"],
-                         r"^offset 0x[0-9a-f]+: generalInfo: missing, required by IntfEntry "
-                         r"\[required\]$")
+        first, second = (bad["problem"] for bad in report["bad"])
+        self.assertRegex(first["path"], "^generalInfo")
+        self.assertGreater(first["offset"], size + 2)
+        self.assertLess(first["offset"], 2 * size)
+        self.assertIsNone(first["rule"])
+        self.assertEqual(second, {
+            "record": None, "offset": 3 * size + 1, "line": None, "column": None,
+            "path": "generalInfo", "found": "missing, required by IntfEntry", "expected": None,
+            "rule": "required"})
 
     def test_a_record_that_would_terminate_the_process_is_rejected(self):
         stream = wire.delimited(
@@ -92,20 +101,23 @@ class Stats(ToolTest):
         for type_name, field in (("ShutStateSync", "shut"), ("BlockStateSync", "block")):
             report = self.report(stream, status=1, type_name=type_name)
             self.assertEqual((report["rejected"], report["good"]), (4, 1))
-            self.assertEqual([bad["problem"] for bad in report["bad"]], [
-                "offset 0x11: intfs[1].zorid: 3 values (expected 4) [identifier.size]",
-                "offset 0x1b: %sProtocol: L1_PROTO (expected a protocol of a state signal) "
-                "[protocol.unlisted]" % field,
-                "offset 0x1e: %sProtocol: L2_PROTO (expected a protocol of a state signal) "
-                "[protocol.unlisted]" % field,
-                "offset 0x25: intfs[0].zorid: 0 values (expected 4) [identifier.size]"])
+            protocol = field + "Protocol"
+            expected = "a protocol of a state signal"
+            self.assertEqual(self.problems(report), [
+                (0x11, "intfs[1].zorid", "3 values", "4", "identifier.size"),
+                (0x1b, protocol, "L1_PROTO", expected, "protocol.unlisted"),
+                (0x1e, protocol, "L2_PROTO", expected, "protocol.unlisted"),
+                (0x25, "intfs[0].zorid", "0 values", "4", "identifier.size")])
+            text = self.run_tool("stats", "--type", type_name, "-", given=stream, status=1).text
+            self.assertIn(": rejected: offset 0x1b: %s: L1_PROTO (expected %s) "
+                          "[protocol.unlisted]\n" % (protocol, expected), text)
 
     def test_rejected_operations_say_why(self):
         stream = wire.delimited(wire.lag_member(lag=(1, 2)), wire.text(1, wire.zorid(1, 2, 3, 4)))
         report = self.report(stream, status=1, type_name="LagMemberOperationProto")
-        self.assertEqual([bad["problem"] for bad in report["bad"]], [
-            "offset 0x1: lag: 2 values (expected 4) [identifier.size]",
-            "offset 0x14: member: missing (expected 4 values) [identifier.missing]"])
+        self.assertEqual(self.problems(report), [
+            (0x1, "lag", "2 values", "4", "identifier.size"),
+            (0x14, "member", "missing", "4 values", "identifier.missing")])
 
     def test_a_cut_stream_is_reported_with_its_offset_after_the_report(self):
         stream = wire.delimited(wire.entry(), wire.entry())
@@ -114,12 +126,16 @@ class Stats(ToolTest):
         self.assertIn("offset %#x: %d bytes (expected %d bytes of a record)" % (
             second, len(wire.entry()) - 5, len(wire.entry())), done.errors)
         self.assertRegex(done.text, r"\n  good +1\n")
+        broken = self.report(stream[:-5], status=1)["broken"]
+        self.assertEqual((broken["offset"], broken["expected"]),
+                         (second, "%d bytes of a record" % len(wire.entry())))
 
     def test_a_record_beyond_the_limit_is_skipped(self):
         stream = wire.delimited(wire.zorid(1, 2, 3, 4), bytes(5000), wire.zorid(1, 2, 3, 5))
         report = self.report(stream, "--longest", "4000", status=1, type_name="Zorid")
         self.assertEqual((report["good"], report["malformed"]), (2, 1))
-        self.assertIn("offset 0x7: 5000 bytes (expected at most 4000 bytes)", report["bad"][0]["problem"])
+        self.assertEqual(self.problems(report),
+                         [(0x7, None, "5000 bytes", "at most 4000 bytes", None)])
 
     def test_the_list_of_bad_records_is_limited(self):
         stream = wire.delimited(*[b"\xff"] * 50)
@@ -142,7 +158,10 @@ class Stats(ToolTest):
         self.assertEqual(counts["messages"], {"HoldTimeConfig": 1, "HoldTimeInstance": 2})
 
     def test_an_empty_stream_has_no_records(self):
-        self.assertEqual(self.report(b"")["records"], 0)
+        report = self.report(b"")
+        self.assertEqual(report["records"], 0)
+        self.assertEqual([report[name] for name in ("smallest", "mean", "largest", "broken")],
+                         [None] * 4)
 
     def test_memory_does_not_grow_with_the_stream(self):
         if SANITIZED:

@@ -38,8 +38,8 @@ class Summary(ToolTest):
         others = ports(5, mtu=1500)
         got = self.report(entry_list(*others, entry(name="odd", mtu=9000)))["odd"]
         self.assertEqual(got, [{"field": "mtu", "type": "ETHERNET", "category": "L2", "entries": 6,
-                                "usual": "1500", "unlike": 1,
-                                "examples": [{"name": "odd", "value": "9000"}]}])
+                                "usual": 1500, "unlike": 1,
+                                "examples": [{"name": "odd", "value": 9000}]}])
 
     def test_no_majority_and_other_categories_are_not_odd(self):
         two_and_two = [*ports(2, mtu=1500), *ports(2, mtu=9000)]
@@ -54,19 +54,43 @@ class Summary(ToolTest):
         self.assertEqual(got["lost"], {"replaced": 1, "narrowed": 1, "unknown field": 1,
                                        "defaulted": 1})
         self.assertEqual(got["rejected"]["entries"], 1)
-        self.assertIn("intfCategory: missing", got["first_rejection"])
+        self.assertEqual(got["first_rejection"], {
+            "record": None, "offset": None, "line": None, "column": None, "path": "intfCategory",
+            "found": "missing, required by IntfEntry", "expected": None, "rule": "required"})
 
     def test_malformed_records_are_counted_and_the_rest_is_read(self):
         stream = delimited(entry(), b"\xff", entry())
         got = self.report(stream, "--delimited", type_name="IntfEntry", status=1)
         self.assertEqual((got["records"], got["malformed"], got["entries"]), (3, 1, 2))
-        self.assertIn("record 2, offset", got["first_malformed"])
+        first = got["first_malformed"]
+        self.assertEqual((first["record"], first["offset"]), (2, len(delimited(entry())) + 1))
 
     def test_a_stream_that_ends_inside_a_record_is_summarised_to_there(self):
         done = self.run_tool("summary", "--json", "--delimited", "--type", "IntfEntry", "-",
                              given=delimited(entry(), entry())[:-3], status=1)
         self.assertEqual(json.loads(done.text)["entries"], 1)
         self.assertIn("record 2, offset 0x", done.errors)
+
+    def test_long_names_of_held_ports_give_way_to_more_protocols(self):
+        names = ["swp%d/uplink-rack-%02d" % (i, i) for i in (5, 6, 33)]
+        entries = [entry((0, 0, 0, i), name=name, shut=(3, 8) if i == 2 else (3,))
+                   for i, name in enumerate(names)]
+        text = self.run_tool("summary", "--type", "IntfEntryList", "-",
+                             given=entry_list(*entries)).text
+        self.assertIn("\nshut      3: LACP 3 (swp5/uplink-rack-05, ...), "
+                      "LFD 1 (swp33/uplink-rack-33)\n", text)
+
+    def test_ports_whose_names_give_no_picture_are_counted(self):
+        apart = [entry((0, 0, 0, i), name="swp%d/rack-%d" % (i, i), shut=()) for i in range(1, 9)]
+        lines = self.run_tool("summary", "--type", "IntfEntryList", "-", given=entry_list(*apart),
+                              env={"LC_ALL": "C"}).text.splitlines()
+        self.assertEqual(lines[-2:], ["", ". disabled 8  not drawn 8"])
+        unnumbered = [entry(name="uplink", shut=()), entry(name="ge-1", shut=())]
+        lines = self.run_tool("summary", "--type", "IntfEntryList", "-",
+                              given=entry_list(*unnumbered), env={"LC_ALL": "C"}).text.splitlines()
+        self.assertEqual(lines[-2:], ["ge-1  .", ". disabled 1  not drawn 1"])
+        got = self.report(entry_list(*unnumbered))
+        self.assertEqual((len(got["ports"]), got["ports_left_out"]), (1, 1))
 
     def test_ports_are_drawn_odd_above_even(self):
         # The ports are disabled, but number 4 is shut.

@@ -52,6 +52,52 @@ class Terminal(ToolTest):
         seen, _ = on_terminal(["types", "ProtocolType"])
         self.assertIn("\x1b[1mProtocolType", seen)
 
+    def plain(self, *arguments):
+        """The lines on a terminal of 80 columns, without colours."""
+        seen, _ = on_terminal(arguments, env={"NO_COLOR": "1"})
+        return seen.replace("\r", "").splitlines()
+
+    def test_tables_of_entries_fit_and_name_what_has_no_room(self):
+        long = dict(name="ethernet-1/0/%d", blocks=((4, 1), (5, 0)))
+        entries = [wire.entry((0, 0, 10, 100 + i), **{**long, "name": long["name"] % i}, **more)
+                   for i, more in enumerate(({}, {"category": 9}, {"extra": wire.number(77, 1)}))]
+        lists = self.file("list.pb", wire.entry_list(*entries))
+        stream = self.file("entries.pbs", wire.delimited(*entries))
+        for arguments in (("--type", "IntfEntryList", lists),
+                          ("--type", "IntfEntry", "--delimited", stream)):
+            lines = self.plain("show", *arguments)
+            lines = [line for line in lines if not line.startswith("zorl2-inspect: ")]
+            table = lines[:lines.index(next(line for line in lines if "no room for" in line)) + 1]
+            self.assertLessEqual(max(map(len, table)), 80)
+            heading = next(line for line in lines if line.startswith("ID "))
+            for title in ("ID", "NAME", "CATEGORY", "SHUT BY", "STATE BY PROTOCOL"):
+                self.assertIn(title, heading)
+            # The category has a mark, so it stays; nothing disappears without a word.
+            self.assertRegex("\n".join(lines), r" 9!! ")
+            self.assertIn("no room for PARENT, TYPE, LINK, SPEED, MTU", table[-1])
+            at = lines.index("    not kept: #77")
+            self.assertIn("ethernet-1/0/2", lines[at - 1])
+            self.assertIn("    intfCategory: unlisted value 9 (listed: 0 to 4), required by "
+                          "IntfEntry", lines)
+            self.assertIn("    [required]", lines)
+        # Elsewhere a line may have any length.
+        text = self.run_tool("show", "--type", "IntfEntryList", lists, status=1).text
+        self.assertNotIn("no room", text)
+        self.assertRegex(text, r"SPEED +MTU +SHUT BY +STATE BY PROTOCOL +PROBLEM\n")
+
+    def test_columns_that_were_asked_for_are_all_there(self):
+        path = self.file("list.pb", wire.entry_list(wire.entry(name="x" * 40, port=70000)))
+        lines = self.plain("show", "--type", "IntfEntryList", "--columns",
+                           "name,parent,category,link,speed,mtu,shut", path)
+        self.assertIn("NAME", lines[2])
+        self.assertEqual(lines[2].split()[1:6], ["PARENT", "CATEGORY", "LINK", "SPEED", "MTU"])
+        self.assertIn("    not kept: generalInfo.bridge_port_number", lines)
+
+    def test_the_client_of_a_list_is_wrapped(self):
+        lines = self.plain("show", "--type", "IntfEntryList",
+                           self.file("list.pb", wire.entry_list(wire.entry(), token="t" * 40)))
+        self.assertLessEqual(max(map(len, lines)), 80)
+
     def long_work(self):
         """A stream of which a part follows when the work has taken more than a second."""
         megabytes = wire.delimited(*[wire.entry()] * 20000)

@@ -29,12 +29,12 @@ def options_of_help(command):
     """For each long option its choices and its default, None where the help has none."""
     listed = re.search(r"^Options:\n((?:  .*\n)+)", output(command, "--help"), re.M)[1]
     options = {}
-    for line in re.findall(r"^  (-\S.*)", listed, re.M):
-        head = re.match(r"\S+(?: [A-Z]\S*)?", line)[0]
-        name = re.search(r"--[a-z-]+", head)[0]
-        choices = re.search(r"\{([^}]*)\}", head)
-        default = re.search(r"=([^={}]+)$", head)
-        options[name] = (choices[1].split(",") if choices else None, default and default[1])
+    for item in re.findall(r"^  (-\S.*\n(?:   .*\n)*)", listed, re.M):
+        item = " ".join(item.split())
+        name = re.search(r"--[a-z-]+", item)[0]
+        choices = re.search(r"\(one of: ([^;)]*)", item)
+        default = re.search(r"default: (\S+)\)$", item)
+        options[name] = (choices[1].split(", ") if choices else None, default and default[1])
     return options
 
 

@@ -137,25 +137,29 @@ void AddDiffCommand(CLI::App& app, int& status) {
   auto arguments = std::make_shared<DiffArguments>();
   CLI::App* command =
       app.add_subcommand("diff", "Compare two captures: list what was added, removed and changed");
-  command->add_option("A", arguments->before, "The earlier capture")->required()->type_name("");
+  command->add_option("A", arguments->before, "Read the earlier capture from this file")
+      ->required()
+      ->type_name("");
   command
-      ->add_option("B", arguments->after, "The later capture; either may be - for standard input")
+      ->add_option("B", arguments->after,
+                   "Read the later one from this file; either may be - for standard input")
       ->required()
       ->type_name("");
   AddReadingOptions(*command, arguments->input);
   AddStrictOption(*command, arguments->strict);
-  command->add_flag("--json", arguments->json, "Print JSON");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
       "their order makes no difference. A list can be compared with a single entry. Texts of\n"
-      "more than 200 bytes are compared by lines. The smaller capture is held in memory: changes\n"
-      "appear in the order of the larger one, followed by what only the smaller one contains.\n"
-      "Exit status: 0 equal, 1 different, or a message is damaged or lacks a field, 2 an input\n"
-      "cannot be read.\n"
+      "more than 200 bytes are compared by lines. \"!!\" marks an element that does not convert.\n"
+      "The smaller capture is held in memory: changes appear in the order of the larger one,\n"
+      "followed by what only the smaller one contains.\n"
       "--where compares the elements that are selected before or after; \"zorl2-inspect show\n"
       "--help\" describes its conditions.\n\n"
+      "Exit status: 0 equal, 1 different, or a message is damaged or lacks a field, 2 an input\n"
+      "cannot be read.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"
       "  zorl2-inspect diff --type Zorid a.txt b.txt");

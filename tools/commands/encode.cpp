@@ -68,22 +68,23 @@ void AddEncodeCommand(CLI::App& app, int& status) {
   auto arguments = std::make_shared<EncodeArguments>();
   CLI::App* command = app.add_subcommand(
       "encode", "Turn JSON or protobuf text into wire bytes, or several messages into a stream");
-  command->add_option("FILE", arguments->files, "The files to read; - for standard input")
+  command->add_option("FILE", arguments->files, "Read these files; - for standard input")
       ->required()
       ->type_name("");
   AddTypeOption(*command, arguments->type);
-  command
-      ->add_option("--input", arguments->form,
-                   "Set the form of the input: json or text; inferred if omitted")
+  command->add_option("--input", arguments->form, "Set the form of the input; inferred if omitted")
       ->check(CLI::IsMember({"json", "text"}))
       ->type_name("FORM");
   command->add_flag("--delimited", arguments->delimited,
                     "Write a length-prefixed stream; JSON may then contain several messages, in an "
-                    "array or one after the other");
+                    "array or one after the other. By default there is one message");
   command->add_option("-o,--output", arguments->output, "Write to this file; - for standard output")
+      ->capture_default_str()
       ->type_name("FILE");
   AddForceOption(*command, arguments->force);
   command->footer(
+      "Writes nothing unless all of the input is good.\n\n"
+      "Exit status: 0 done, 2 the input cannot be read or is no message.\n\n"
       "Example:\n"
       "  echo '{\"value\": [0, 0, 0, 7]}' | zorl2-inspect encode --type Zorid - | xxd");
   command->callback([arguments, &status] { status = RunEncode(*arguments); });

@@ -115,11 +115,11 @@ void AddExplainCommand(CLI::App& app, int& status) {
   CLI::App* command =
       app.add_subcommand("explain", "Print the bytes of a message next to their meaning");
   AddInputOptions(*command, arguments->input);
-  command->add_flag("--json", arguments->json, "Print JSON");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
   command
       ->add_option(
           "--width", arguments->width,
-          "Fit lines into so many columns, 0 for any number; by default into the terminal, "
+          "Fit lines into so many columns, 0 for any number; if omitted, those of the terminal, "
           "elsewhere any number")
       ->check(CLI::NonNegativeNumber)
       ->type_name("COLUMNS");
@@ -136,7 +136,7 @@ void AddExplainCommand(CLI::App& app, int& status) {
       "message.\n"
       "A damaged message is explained up to the damage and, where possible, after it.\n\n"
       "Example, an identifier with one value that is too large:\n"
-      "  printf '0a 05 00 00 01 ac 02' | zorl2-inspect explain --input hex --type Zorid -");
+      "  echo '0a 05 00 00 01 ac 02' | zorl2-inspect explain --type Zorid -");
   command->callback([arguments, &status] { status = ExplainCommand(*arguments).Run(); });
 }
 

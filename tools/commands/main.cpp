@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "tools/commands/commands.h"
+#include "tools/commands/help.h"
 #include "tools/text/error.h"
 #include "tools/text/output.h"
 
@@ -66,11 +67,16 @@ int Run(int argc, char** argv) {
       "Inspect layer-2 interface messages: take them from this machine, show them next to their"
       "\nnative records, and report what a conversion loses.");
   app.name("zorl2-inspect");
-  app.set_version_flag("--version", "zorl2-inspect " ZORL2_VERSION);
+  // The commands inherit it.
+  app.formatter(HelpFormatter());
+  app.set_help_flag("-h,--help", "Print this help and exit");
+  app.set_version_flag("--version", "zorl2-inspect " ZORL2_VERSION, "Print the version and exit");
   app.require_subcommand(1);
   app.footer(
-      "\"zorl2-inspect COMMAND --help\" has an example of each. Exit status: 0 done, 1 "
-      "differences or\nlosses found, 2 error.");
+      "\"zorl2-inspect COMMAND --help\" describes a command and has an example of it. Exit status: "
+      "0 done, 1 differences or losses found, 2 error.\n\n"
+      "Example:\n"
+      "  zorl2-inspect snapshot | zorl2-inspect show -");
   int status = kExitOk;
   AddSnapshotCommand(app, status);
   AddShowCommand(app, status);

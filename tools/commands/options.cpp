@@ -26,16 +26,16 @@ void AddReadingOptions(CLI::App& command, InputOptions& options) {
   command
       .add_option_function<std::string>(
           "--input", [&options](const std::string& name) { options.form = forms.at(name); },
-          "Set the form of the input: wire, hex, json or text; inferred if omitted")
+          "Set the form of the input; inferred if omitted")
       ->check(CLI::IsMember({"wire", "hex", "json", "text"}))
       ->type_name("FORM");
   command.add_flag("--delimited", options.delimited,
                    "Read a stream: each message after its length as a varint, or as JSON on a line "
-                   "of its own");
+                   "of its own; by default the input is one message");
 }
 
 void AddInputOptions(CLI::App& command, InputOptions& options) {
-  command.add_option("FILE", options.file, "The file to read; - for standard input")
+  command.add_option("FILE", options.file, "Read this file; - for standard input")
       ->required()
       ->type_name("");
   AddReadingOptions(command, options);
@@ -54,8 +54,7 @@ void AddFollowOption(CLI::App& command, InputOptions& options) {
         options.follow = true;
         CatchInterrupts();
       },
-      "Wait for more at the end of a stream, until Ctrl-C; by default the end of the file is the "
-      "end");
+      "Wait for more at the end of a stream, until Ctrl-C; by default the command ends there");
 }
 
 void AddForceOption(CLI::App& command, bool& force) {
@@ -80,7 +79,8 @@ void NoteNothingSelected(const std::string& name, const Filter& filter) {
 }
 
 void AddColourOption(CLI::App& command, std::string& when) {
-  command.add_option("--color", when, "Use colours: auto, always or never; auto obeys NO_COLOR")
+  command
+      .add_option("--color", when, "Use colours; auto does on a terminal, unless NO_COLOR is set")
       ->check(CLI::IsMember({"auto", "always", "never"}))
       ->capture_default_str()
       ->type_name("WHEN");

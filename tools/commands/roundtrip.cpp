@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "check/check.h"
 #include "tools/commands/commands.h"
@@ -22,7 +25,6 @@ namespace {
 
 using google::protobuf::Message;
 using Clock = std::chrono::steady_clock;
-using zorl2::check::Loss;
 
 struct RoundTripArguments {
   InputOptions input;
@@ -40,9 +42,28 @@ class RoundTripCommand {
         input_(WithHooks(arguments)),
         reader_(input_, arguments.strict, [this] { output_.Flush(); }),
         before_(NewMessage(input_.type())),
-        after_(NewMessage(input_.type())) {}
+        after_(NewMessage(input_.type())) {
+    view_.Begin(input_.name(), input_.type().name(), input_.delimited());
+    reader_.OnDamage([this](const Record& record, const Problem& problem) {
+      ++summary_.malformed_records;
+      view_.Damage(record.number, OffsetOf(record), problem);
+    });
+  }
 
   int Run() {
+    try {
+      ReadAll();
+    } catch (const Error&) {
+      // What a program reads is complete also if it ends early.
+      if (arguments_.json) Finish();
+      throw;
+    }
+    Finish();
+    return std::max(reader_.status(), summary_.losses == 0 ? kExitOk : kExitDifferent);
+  }
+
+ private:
+  void ReadAll() {
     Record record;
     while (reader_.Next(record, *before_)) {
       ++summary_.records;
@@ -55,11 +76,8 @@ class RoundTripCommand {
       if (bytes_ != record.bytes) Compare(record);
       if (arguments_.time) Time();
     }
-    Finish();
-    return std::max(reader_.status(), summary_.losses == 0 ? kExitOk : kExitDifferent);
   }
 
- private:
   InputOptions WithHooks(const RoundTripArguments& arguments) {
     InputOptions options = arguments.input;
     options.strict = arguments.strict;
@@ -69,33 +87,34 @@ class RoundTripCommand {
 
   // Lists why elements do not convert, and what the others lose.
   void Reject(const Record& record) {
-    const Findings findings = FindAll(*before_);
-    reader_.Report(record, findings.rejections);
+    Findings findings = FindAll(*before_);
+    const std::vector<zorl2::check::Verdict> rejections = findings.rejections;
     any_native_ = true;
     ++summary_.rejected_records;
-    for (const zorl2::check::Verdict& verdict : findings.rejections) {
-      view_.Reject(record.number, Where(record), verdict);
-    }
-    List(record, findings.losses);
+    // The report may end the command.
+    if (!arguments_.json) reader_.Report(record, rejections);
+    List(record, std::move(findings));
+    if (arguments_.json) reader_.Report(record, rejections);
   }
 
   void Compare(const Record& record) {
-    const std::vector<Loss> losses = zorl2::check::FindLosses(*before_);
-    if (losses.empty()) ++other_encoding_;
-    List(record, losses);
+    Findings findings{{}, zorl2::check::FindLosses(*before_)};
+    if (findings.losses.empty()) {
+      ++other_encoding_;
+    } else {
+      List(record, std::move(findings));
+    }
   }
 
-  void List(const Record& record, const std::vector<Loss>& losses) {
-    if (losses.empty()) return;
-    ++summary_.records_with_losses;
-    summary_.losses += losses.size();
-    const std::string where = Where(record);
-    for (const Loss& loss : losses) view_.Report(record.number, where, loss);
+  void List(const Record& record, Findings findings) {
+    summary_.records_with_losses += findings.losses.empty() ? 0 : 1;
+    summary_.losses += findings.losses.size();
+    view_.Report({record.number, OffsetOf(record), record.bytes, before_.get(),
+                  std::move(findings.rejections), std::move(findings.losses)});
   }
 
-  std::string Where(const Record& record) const {
-    if (!input_.delimited()) return {};
-    return fmt::format("record {}, offset {:#x}: ", record.number, record.offset);
+  std::optional<std::uint64_t> OffsetOf(const Record& record) const {
+    return input_.has_offsets() ? std::optional(record.offset) : std::nullopt;
   }
 
   // Repeats the conversion of a single message, so that the figure does not depend on one run.
@@ -113,14 +132,19 @@ class RoundTripCommand {
   }
 
   void Finish() {
-    summary_.name = input_.name();
-    summary_.is_stream = input_.delimited();
-    summary_.what = input_.delimited() ? fmt::format("{} records", summary_.records)
+    summary_.what = input_.delimited() ? fmt::format("{} record{}", summary_.records,
+                                                     summary_.records == 1 ? "" : "s")
                                        : std::string(input_.type().name());
+    if (summary_.malformed_records > 0) {
+      summary_.notes += fmt::format(", {} more malformed", summary_.malformed_records);
+    }
     if (!any_native_) summary_.notes += "; no native record, parsed and serialized only";
     if (other_encoding_ > 0 && input_.has_offsets()) {
       summary_.notes += "; the same fields in another encoding";
-      if (input_.delimited()) summary_.notes += fmt::format(" in {} records", other_encoding_);
+      if (input_.delimited()) {
+        summary_.notes +=
+            fmt::format(" in {} record{}", other_encoding_, other_encoding_ == 1 ? "" : "s");
+      }
     }
     if (arguments_.time) summary_.timed_records = natives_;
     if (natives_ > 0) summary_.microseconds = seconds_ / static_cast<double>(natives_) * 1e6;
@@ -148,16 +172,17 @@ class RoundTripCommand {
 void AddRoundtripCommand(CLI::App& app, int& status) {
   auto arguments = std::make_shared<RoundTripArguments>();
   CLI::App* command = app.add_subcommand(
-      "roundtrip",
-      "Convert messages to native records and back, and list what is lost with its field\n"
-      "path, the value before and after, and the kind of loss");
+      "roundtrip", "Convert messages to native records and back, and list what is lost");
   AddInputOptions(*command, arguments->input);
   AddFollowOption(*command, arguments->input);
   AddStrictOption(*command, arguments->strict);
-  command->add_flag("--json", arguments->json, "Print JSON");
-  command->add_flag("--time", arguments->time, "Also print how long a conversion takes");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
+  command->add_flag("--time", arguments->time,
+                    "Print how long a conversion takes, too; not measured by default");
   AddColourOption(*command, arguments->colour);
   command->footer(
+      "Lists each value that is lost with its field path, the value before and after, and the "
+      "kind of loss.\n\n"
       "Exit status: 0 lossless, 1 losses, damaged messages or messages that do not convert, 2 the\n"
       "input cannot be read.\n\n"
       "Example:\n"

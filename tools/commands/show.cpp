@@ -65,6 +65,7 @@ class Show {
 
   int Run() {
     const std::unique_ptr<Message> message = NewMessage(input_.type());
+    reader_.OnDamage([&](const Record& damaged, const Problem&) { ShowPart(damaged, *message); });
     Record record;
     while (reader_.Next(record, *message)) {
       if (!filter_.Apply(message.get())) continue;
@@ -99,6 +100,10 @@ class Show {
       verdict.field = filter_.PathBefore(verdict.field);
     }
     reader_.Report(record, rejections);
+    // A record that is one row has its reason there.
+    if (input_.delimited() && columns_ && columns_->of_elements()) {
+      rows_.AddRejections(record.number, rejections);
+    }
   }
 
   void ShowRecord(const Message& message, const Record& record) {
@@ -113,7 +118,9 @@ class Show {
     } else if (input_.delimited() &&
                message.GetDescriptor() == zorl2::protobuf::IntfEntry::descriptor()) {
       const auto& entry = static_cast<const zorl2::protobuf::IntfEntry&>(message);
-      rows_.Add(record.number, MakeEntryRow(entry));
+      const EntryRow row = MakeEntryRow(entry);
+      rows_.Add(row);
+      rows_.AddNotKept(record.number, message, row);
     } else {
       if (shown_) output_.Write('\n');
       PrintMessage(message, Title(record), filter_, output_, palette_);
@@ -121,10 +128,23 @@ class Show {
     }
   }
 
+  // What the parser has read of a single message before the damage. A program would take it for the
+  // whole message, so only the table has it.
+  void ShowPart(const Record& record, Message& message) {
+    std::vector<const google::protobuf::FieldDescriptor*> fields;
+    message.GetReflection()->ListFields(message, &fields);
+    if (input_.delimited() || strict_ || form_ != "table" || fields.empty()) return;
+    if (!filter_.Apply(&message)) return;
+    is_part_ = true;
+    ShowRecord(message, record);
+    output_.Flush();
+  }
+
   void ShowColumns(const Message& message, const Record& record) {
     const std::vector<EntryRow> rows = columns_->Rows(message);
     if (input_.delimited()) {
-      for (const EntryRow& row : rows) rows_.Add(record.number, row);
+      for (const EntryRow& row : rows) rows_.Add(row);
+      rows_.AddNotKept(record.number, message);
       return;
     }
     std::string title = Title(record);
@@ -150,6 +170,7 @@ class Show {
     if (input_.delimited()) {
       title += fmt::format(", record {}, offset {:#x}", record.number, record.offset);
     }
+    if (is_part_) title += ", up to the damage";
     return title;
   }
 
@@ -165,6 +186,7 @@ class Show {
   Filter filter_;
   std::optional<Columns> columns_;
   bool shown_ = false;
+  bool is_part_ = false;
 };
 
 }  // namespace
@@ -175,7 +197,7 @@ void AddShowCommand(CLI::App& app, int& status) {
       app.add_subcommand("show", "Show messages next to their native records, or in another form");
   command
       ->add_option("FILE", arguments->files,
-                   "The files to read, one after the other; - for standard input")
+                   "Read these files, one after the other; - for standard input")
       ->required()
       ->type_name("");
   AddReadingOptions(*command, arguments->input);
@@ -183,11 +205,12 @@ void AddShowCommand(CLI::App& app, int& status) {
   AddStrictOption(*command, arguments->strict);
   command
       ->add_option("--output", arguments->output,
-                   "Set the form: table, json, text, native (the native records), wire or hex")
+                   "Set the form of the output; native are the native records")
       ->check(CLI::IsMember({"table", "json", "text", "native", "wire", "hex"}))
       ->capture_default_str()
       ->type_name("FORM");
-  command->add_flag("--json", arguments->json, "Print JSON, like --output json");
+  command->add_flag("--json", arguments->json,
+                    "Print JSON, like --output json; a table by default");
   AddForceOption(*command, arguments->force);
   AddWhereOption(*command, arguments->where);
   command
@@ -207,17 +230,25 @@ void AddShowCommand(CLI::App& app, int& status) {
       "enumerations may be shortened: admin=up.\n\n"
       "A value that the native record does not keep has \"!\" after it, a value because of which "
       "the\n"
-      "conversion fails has \"!!\". Exit status: 0 done, also if nothing is selected, 1 a message "
+      "conversion fails has \"!!\".\n\nExit status: 0 done, also if nothing is selected, 1 a "
+      "message "
       "is\n"
       "damaged or does not convert, 2 the input cannot be read.\n\n"
       "Examples:\n"
       "  zorl2-inspect snapshot | zorl2-inspect show -\n"
-      "  zorl2-inspect snapshot | zorl2-inspect show --where admin=up --columns name,oper,mtu -\n"
+      "  zorl2-inspect snapshot | zorl2-inspect show --where oper=up --columns id,mtu -\n"
       "  echo '0a 04 00 00 00 07' | zorl2-inspect show --type Zorid -");
   command->callback([arguments, &status] {
     for (const std::string& file : arguments->files) {
       arguments->input.file = file;
-      status = std::max(status, Show(*arguments).Run());
+      try {
+        status = std::max(status, Show(*arguments).Run());
+      } catch (const Error& error) {
+        // The other files may be good.
+        if (arguments->files.size() == 1 || arguments->strict) throw;
+        PrintError(error.what());
+        status = kExitError;
+      }
     }
   });
 }

@@ -53,7 +53,7 @@ class Stats {
     progress_.Finish();
     screen_.Clear();
     Sum();
-    view_.End(summary_, counter_.Sections(), broken_ ? ProblemText(*broken_) : std::string());
+    view_.End(summary_, counter_.Sections(), broken_);
     output_.Finish();
     NoteNothingSelected(input_.name(), filter_);
     if (broken_) PrintError(fmt::format("{}: {}", input_.name(), ProblemText(*broken_)));
@@ -106,7 +106,7 @@ class Stats {
       Sum();
       StatsView view(screen, false, 0);
       view.Begin(input_.name(), input_.type().name());
-      view.End(summary_, counter_.Sections(), "");
+      view.End(summary_, counter_.Sections(), std::nullopt);
     });
   }
 
@@ -129,15 +129,15 @@ void AddStatsCommand(CLI::App& app, int& status) {
   arguments->input.delimited = true;
   arguments->input.longest = std::size_t{16} << 20;
   CLI::App* command = app.add_subcommand("stats", "Count the contents of a stream of messages");
-  command->add_option("FILE", arguments->input.file, "The stream to read; - for standard input")
+  command->add_option("FILE", arguments->input.file, "Read this stream; - for standard input")
       ->required()
       ->type_name("");
   AddTypeOption(*command, arguments->input.type);
   command->add_flag_callback(
-      "--delimited", [] {}, "Accepted for symmetry; the input of stats is always a stream");
+      "--delimited", [] {}, "Change nothing: the input of stats is always a stream");
   AddFollowOption(*command, arguments->input);
   AddWhereOption(*command, arguments->where);
-  command->add_flag("--json", arguments->json, "Print JSON");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
   command->add_option("--list", arguments->listed, "List so many records that are not good")
       ->capture_default_str()
       ->type_name("N");
@@ -149,13 +149,12 @@ void AddStatsCommand(CLI::App& app, int& status) {
       ->type_name("BYTES");
   command->footer(
       "Converts every message to native and back, counts types, categories, protocols, sizes and\n"
-      "what the conversion changes, and lists the records that do not convert.\n\n"
-      "Needs the same memory for any stream. Exit status: 0 all records are good, 1 some are not,\n"
-      "or the stream ends inside a record, 2 the input cannot be read. With --follow on a "
-      "terminal\n"
-      "the report is refreshed; Ctrl-C prints it as it is then. \"zorl2-inspect show --help\"\n"
-      "describes the conditions of --where; they do not leave out records that are no "
-      "messages.\n\n"
+      "what the conversion changes, and lists the records that do not convert. Needs the same\n"
+      "memory for any stream. With --follow on a terminal the report is refreshed; Ctrl-C prints\n"
+      "it as it is then. \"zorl2-inspect show --help\" describes the conditions of --where; they\n"
+      "do not leave out records that are no messages.\n\n"
+      "Exit status: 0 all records are good, 1 some are not, or the stream ends inside a record, 2\n"
+      "the input cannot be read.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");
   command->callback([arguments, &status] { status = Stats(*arguments).Run(); });

@@ -89,9 +89,10 @@ class Summary {
     if (problem) {
       ++report_.unreadable;
       if (!report_.first_unreadable) report_.first_unreadable = problem;
-    } else if (filter_.Apply(&message)) {
-      report_.list.Add(message);
+      // A single message is summarised up to the damage.
+      if (input_.delimited()) return;
     }
+    if (filter_.Apply(&message)) report_.list.Add(message);
   }
 
   void Refresh() {
@@ -123,7 +124,7 @@ void AddSummaryCommand(CLI::App& app, int& status) {
       "summary", "Summarise interfaces on one screen: what is down, held, odd or lost");
   AddInputOptions(*command, arguments->input);
   AddFollowOption(*command, arguments->input);
-  command->add_flag("--json", arguments->json, "Print JSON");
+  command->add_flag("--json", arguments->json, "Print JSON; text by default");
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
@@ -135,9 +136,9 @@ void AddSummaryCommand(CLI::App& app, int& status) {
       "category L1 or L2) by the number at the end of their names, the odd ones above. Streams of\n"
       "any length need the same memory. \"zorl2-inspect show --help\" describes the conditions of\n"
       "--where. With --follow on a terminal the screen is refreshed; Ctrl-C prints it as it is\n"
-      "then. Exit status: 0 all entries convert, 1 some do not, or the stream ends inside a "
-      "record,\n"
-      "2 the input cannot be read.\n\n"
+      "then.\n\n"
+      "Exit status: 0 all entries convert, 1 some do not, or the stream ends inside a record, 2\n"
+      "the input cannot be read.\n\n"
       "Example:\n"
       "  zorl2-inspect snapshot | zorl2-inspect summary -");
   command->callback([arguments, &status] { status = Summary(*arguments).Run(); });

@@ -39,13 +39,14 @@ void AddTypesCommand(CLI::App& app, int& status) {
       app.add_subcommand("types", "List messages, enumerations and speeds with their native side");
   command->add_option("NAME", arguments->name, "Show one message or enumeration; all if omitted")
       ->type_name("");
-  command->add_flag("--json", arguments->json, "Print JSON");
+  command->add_flag("--json", arguments->json, "Print JSON; a table by default");
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Lists every message with its fields and its native record, every enumeration with its "
       "numbers\n"
       "on the wire and in native records, and the speed table. A field's remark is what its\n"
       "conversion does with unusual values.\n\n"
+      "Exit status: 0 done, 2 there is no such name.\n\n"
       "Examples:\n"
       "  zorl2-inspect types\n"
       "  zorl2-inspect types ProtocolType");

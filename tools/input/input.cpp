@@ -18,6 +18,9 @@
 namespace zorl2_inspect {
 namespace {
 
+// Fewer fields prove nothing: short messages fit many types.
+constexpr int kFewestFields = 5;
+
 using google::protobuf::Descriptor;
 using google::protobuf::Message;
 
@@ -117,6 +120,20 @@ void Input::RecogniseStreamForm(const InputOptions& options) {
   if (form_ != InputForm::kWire) return;
   const std::optional<Mistake> mistake = RecogniseMistake(beginning, options.file);
   if (mistake) throw Error(name_, mistake->found, mistake->expected);
+  if (!options.follow) RejectSingleMessage(stream_->Beginning(std::string::npos));
+}
+
+void Input::RejectSingleMessage(std::string_view bytes) {
+  const Descriptor* type = type_;
+  if (type == nullptr || !IsFlawless(bytes, *type)) {
+    const InferredType inferred = InferTypeFromWire(bytes);
+    if (!inferred.flawless || inferred.fields < kFewestFields) return;
+    type = inferred.type;
+  }
+  if (bytes.empty()) return;
+  throw Error(name_, fmt::format("one message, of type {}", type->name()),
+              "a stream of messages; without --delimited \"zorl2-inspect show\" and \"summary\" "
+              "read one");
 }
 
 void Input::TakeLine(std::string_view line, Record& record) {
@@ -152,9 +169,7 @@ void Input::RejectMistakes(const std::string& file, std::string_view content,
   std::optional<Mistake> mistake = RecogniseMistake(content, file);
   if (!mistake && content.data() != bytes.data()) mistake = RecogniseMistake(bytes, file);
   if (mistake) throw Error(name_, mistake->found, mistake->expected);
-  // A few fields prove nothing: short messages fit many types.
-  constexpr int kFewest = 5;
-  if (!inferred.flawless || inferred.fields < kFewest) return;
+  if (!inferred.flawless || inferred.fields < kFewestFields) return;
   const std::unique_ptr<Message> message = NewMessage(*type_);
   const bool whole = message->ParseFromArray(bytes.data(), static_cast<int>(bytes.size()));
   const std::string found =

@@ -96,6 +96,8 @@ class Input {
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
   void RecogniseStreamForm(const InputOptions& options);
+  // Throws Error if the beginning of a stream is one message without its length.
+  void RejectSingleMessage(std::string_view bytes);
   // Makes a record of a line of JSON.
   void TakeLine(std::string_view line, Record& record);
   void ReadWhole(const InputOptions& options);

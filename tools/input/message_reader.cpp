@@ -18,12 +18,14 @@ MessageReader::MessageReader(Input& input, bool strict, std::function<void()> be
 bool MessageReader::Next(Record& record, google::protobuf::Message& message) {
   while (input_.Next(record)) {
     if (record.damage) {
+      if (on_damage_) on_damage_(record, *record.damage);
       Report(*record.damage);
       if (input_.CannotRead()) status_ = kExitError;
       continue;
     }
     const auto problem = input_.Parse(record, message);
     if (!problem) return true;
+    if (on_damage_) on_damage_(record, *problem);
     if (!input_.delimited()) input_.Fail(*problem);
     Report(*problem);
   }

@@ -4,6 +4,7 @@
 #include <google/protobuf/message.h>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "check/check.h"
@@ -18,6 +19,11 @@ class MessageReader {
   // `before_report` is called before a line is printed, so that the output before it appears
   // first. May be empty.
   MessageReader(Input& input, bool strict, std::function<void()> before_report);
+
+  // Calls the function before each report, or error, of a record that is no message.
+  void OnDamage(std::function<void(const Record& record, const Problem& problem)> function) {
+    on_damage_ = std::move(function);
+  }
 
   // Reads the next record that is a message of the type, even without its required fields. Reports
   // damage and records that are no message. A single input that is no message is always an Error.
@@ -35,6 +41,7 @@ class MessageReader {
   Input& input_;
   bool strict_;
   std::function<void()> before_report_;
+  std::function<void(const Record& record, const Problem& problem)> on_damage_;
   int status_ = kExitOk;
 };
 

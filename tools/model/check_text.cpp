@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <string_view>
+
 namespace zorl2_inspect {
 
 using zorl2::check::Loss;
@@ -15,7 +17,15 @@ std::string RejectionText(const Verdict& verdict) {
 Problem RejectionOf(const Verdict& verdict) {
   Problem problem;
   problem.path = verdict.field;
-  problem.found = RejectionText(verdict);
+  problem.found = verdict.reason;
+  problem.rule_name = verdict.rule;
+  // Most reasons end with what the converter expects.
+  static constexpr std::string_view kExpected = " (expected ";
+  const std::size_t begin = problem.found.rfind(kExpected);
+  if (begin == std::string::npos || problem.found.back() != ')') return problem;
+  problem.expected = problem.found.substr(begin + kExpected.size());
+  problem.expected.pop_back();
+  problem.found.resize(begin);
   return problem;
 }
 

@@ -22,6 +22,9 @@ class Columns {
   // The headings as Table takes them.
   std::vector<std::string> Titles() const;
 
+  // Whether the rows are the elements of a record, and not the record itself.
+  bool of_elements() const { return list_ != nullptr; }
+
   // The rows of a record: one for each of its elements, or one for a record without a list.
   std::vector<EntryRow> Rows(const google::protobuf::Message& record) const;
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "check/check.h"
+#include "tools/model/any_value.h"
 #include "tools/model/check_text.h"
 #include "tools/model/message_types.h"
 #include "tools/model/native_types.h"
@@ -41,30 +42,10 @@ void Fill(Message& message) {
   const Reflection& set = *message.GetReflection();
   for (int i = 0; i < message.GetDescriptor()->field_count(); ++i) {
     const FieldDescriptor* field = message.GetDescriptor()->field(i);
-    const bool repeated = field->is_repeated();
-    switch (field->cpp_type()) {
-      case FieldDescriptor::CPPTYPE_MESSAGE:
-        Fill(repeated ? *set.AddMessage(&message, field) : *set.MutableMessage(&message, field));
-        break;
-      case FieldDescriptor::CPPTYPE_ENUM:
-        if (repeated) {
-          set.AddEnumValue(&message, field, 0);
-        } else {
-          set.SetEnumValue(&message, field, 0);
-        }
-        break;
-      case FieldDescriptor::CPPTYPE_BOOL:
-        set.SetBool(&message, field, false);
-        break;
-      case FieldDescriptor::CPPTYPE_STRING:
-        set.SetString(&message, field, "");
-        break;
-      case FieldDescriptor::CPPTYPE_UINT64:
-        set.SetUInt64(&message, field, 0);
-        break;
-      default:
-        set.SetUInt32(&message, field, 0);
-    }
+    AddAnyValue(message, *field);
+    if (field->message_type() == nullptr) continue;
+    Fill(field->is_repeated() ? *set.MutableRepeatedMessage(&message, field, 0)
+                              : *set.MutableMessage(&message, field));
   }
 }
 

@@ -44,6 +44,13 @@ FieldPath::Step ParseStep(const Descriptor* type, std::string_view step) {
   return {field, index};
 }
 
+// One level down.
+const Message& Descend(const Message& message, const FieldPath::Step& step) {
+  const Reflection& reflection = *message.GetReflection();
+  return step.field->is_repeated() ? reflection.GetRepeatedMessage(message, step.field, step.index)
+                                   : reflection.GetMessage(message, step.field);
+}
+
 }  // namespace
 
 FieldPath::FieldPath(const Descriptor& type, std::string_view path) : text_(path) {
@@ -77,6 +84,20 @@ void FieldPath::ForEach(const Message& message, const Visit& visit) const {
     }
   };
   walk(walk, message, 0);
+}
+
+const Message& ParentAt(const Message& message, const FieldPath& path) {
+  const Message* parent = &message;
+  for (std::size_t i = 0; i + 1 < path.steps().size(); ++i) {
+    parent = &Descend(*parent, path.steps()[i]);
+  }
+  return *parent;
+}
+
+const Message& MessageAt(const Message& message, std::string_view path) {
+  if (path.empty()) return message;
+  const FieldPath fields(*message.GetDescriptor(), path);
+  return Descend(ParentAt(message, fields), fields.steps().back());
 }
 
 }  // namespace zorl2_inspect

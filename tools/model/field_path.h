@@ -40,4 +40,13 @@ class FieldPath {
   std::vector<Step> steps_;
 };
 
+// The message at the path, each repeated field of which has an index; the message itself for an
+// empty path. The path must lead through what is there.
+const google::protobuf::Message& MessageAt(const google::protobuf::Message& message,
+                                           std::string_view path);
+
+// The same for the message that contains the field at the end of the path.
+const google::protobuf::Message& ParentAt(const google::protobuf::Message& message,
+                                          const FieldPath& path);
+
 }  // namespace zorl2_inspect

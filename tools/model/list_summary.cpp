@@ -57,7 +57,7 @@ void ListSummary::Add(const pb::IntfEntry& entry) {
     CountLosses(zorl2::check::FindLosses(entry));
     return;
   }
-  if (rejected.count == 0) first_rejection = ProblemText(RejectionOf(verdict));
+  if (rejected.count == 0) first_rejection = RejectionOf(verdict);
   rejected.Add(name);
 }
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,7 +43,7 @@ struct ListSummary {
   std::array<std::uint64_t, 4> lost = {};
   // Entries that do not convert, and why the first does not.
   Examples rejected;
-  std::string first_rejection;
+  std::optional<Problem> first_rejection;
   FrontPanel panel;
 
  private:

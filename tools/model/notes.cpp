@@ -3,11 +3,16 @@
 #include <fmt/format.h>
 
 #include <cstdint>
+#include <memory>
+#include <set>
 #include <utility>
 
+#include "tools/model/any_value.h"
 #include "tools/model/check_text.h"
+#include "tools/model/field_path.h"
 #include "tools/model/field_text.h"
 #include "tools/model/native_types.h"
+#include "tools/wire/wire_find.h"
 #include "tools/wire/wire_type.h"
 
 namespace zorl2_inspect {
@@ -31,12 +36,6 @@ Note NoteOf(const Loss& loss) {
       break;
   }
   return {Note::Kind::kDefaulted, fmt::format("becomes {}", loss.after)};
-}
-
-// The path of the message that contains the field.
-std::string_view MessagePath(std::string_view path) {
-  const std::size_t dot = path.rfind('.');
-  return dot == std::string_view::npos ? std::string_view() : path.substr(0, dot);
 }
 
 bool IsVarint(const WireField& field) {
@@ -121,8 +120,21 @@ CheckNotes::CheckNotes(const Message& message) : verdict_(zorl2::check::Check(me
   // The verdict names only the first missing field of each part.
   std::vector<std::string> missing;
   message.FindInitializationErrors(&missing);
-  for (const std::string& path : missing) {
-    if (notes_.count(path) == 0) notes_.insert({path, {Note::Kind::kRejected, "missing"}});
+  std::set<std::string, std::less<>> incomplete;
+  for (const std::string& path : missing) incomplete.emplace(MessagePath(path));
+  for (const std::string& path : incomplete) AddMissing(path, MessageAt(message, path));
+}
+
+void CheckNotes::AddMissing(const std::string& path, const Message& message) {
+  const std::unique_ptr<Message> complete(message.New());
+  complete->CopyFrom(message);
+  for (;;) {
+    const Verdict verdict = zorl2::check::Check(*complete);
+    // What a message lacks itself comes before what the messages in it lack.
+    const auto* field = message.GetDescriptor()->FindFieldByName(verdict.field);
+    if (!IsIncomplete(verdict) || field == nullptr) return;
+    if (notes_.count(Join(path, verdict.field)) == 0) AddRejection(path, verdict);
+    AddAnyValue(*complete, *field);
   }
 }
 

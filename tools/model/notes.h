@@ -56,6 +56,8 @@ class CheckNotes {
 
  private:
   void AddRejection(const std::string& path, const zorl2::check::Verdict& verdict);
+  // The required fields that the message at the path does not have.
+  void AddMissing(const std::string& path, const google::protobuf::Message& message);
   void AddLosses(const std::string& path, const google::protobuf::Message& message);
 
   zorl2::check::Verdict verdict_;

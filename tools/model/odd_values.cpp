@@ -37,6 +37,11 @@ void OddValues::Count(Field field, const pb::IntfEntry& entry, std::uint32_t val
   group.values[value].Add(name);
 }
 
+const char* OddValues::FieldName(Field field) {
+  static const char* const kNames[] = {"mtu", "speed", "duplex"};
+  return kNames[static_cast<int>(field)];
+}
+
 std::string OddValues::ValueText(Field field, std::uint32_t value) {
   switch (field) {
     case Field::kSpeed:
@@ -49,7 +54,6 @@ std::string OddValues::ValueText(Field field, std::uint32_t value) {
 }
 
 std::vector<OddValues::Odd> OddValues::Find() const {
-  static const char* const kNames[] = {"mtu", "speed", "duplex"};
   std::vector<Odd> all;
   for (const auto& [key, group] : groups_) {
     const auto usual = std::max_element(
@@ -58,18 +62,12 @@ std::vector<OddValues::Odd> OddValues::Find() const {
     const std::uint64_t alike = usual->second.count;
     if (group.entries < kFewest || alike == group.entries || 2 * alike <= group.entries) continue;
     const auto [field, type, category] = key;
-    Odd odd{kNames[static_cast<int>(field)],
-            type,
-            category,
-            group.entries,
-            ValueText(field, usual->first),
-            group.entries - alike,
-            {}};
+    Odd odd{field, type, category, group.entries, usual->first, group.entries - alike, {}};
     for (const auto& [value, examples] : group.values) {
       if (value == usual->first) continue;
       for (const std::string& name : examples.names) {
         if (odd.examples.size() == Examples::kMost) break;
-        odd.examples.emplace_back(name, ValueText(field, value));
+        odd.examples.emplace_back(name, value);
       }
     }
     all.push_back(std::move(odd));

@@ -19,20 +19,26 @@ class OddValues {
  public:
   void Add(const zorl2::protobuf::IntfEntry& entry, const std::string& name);
 
+  enum class Field { kMtu, kSpeed, kDuplex };
+
   struct Odd {
-    const char* field;  // The short name.
+    Field field;
     zorl2::protobuf::InterfaceType type;
     zorl2::protobuf::InterfaceCategory category;
     std::uint64_t entries;  // Of this type and category, with a value.
-    std::string usual;      // The value that more than half of them have.
+    std::uint32_t usual;    // The value that more than half of them have.
     std::uint64_t unlike;   // How many have another value.
-    std::vector<std::pair<std::string, std::string>> examples;  // Names and values.
+    std::vector<std::pair<std::string, std::uint32_t>> examples;  // Names and values.
   };
   // One for each field, type and category that has a usual value and others.
   std::vector<Odd> Find() const;
 
+  // The short name of the field.
+  static const char* FieldName(Field field);
+  // Such as "9216", "10 Gb/s" or "FULL".
+  static std::string ValueText(Field field, std::uint32_t value);
+
  private:
-  enum class Field { kMtu, kSpeed, kDuplex };
   using Key = std::tuple<Field, zorl2::protobuf::InterfaceType, zorl2::protobuf::InterfaceCategory>;
   struct Group {
     std::uint64_t entries = 0;
@@ -41,7 +47,6 @@ class OddValues {
 
   void Count(Field field, const zorl2::protobuf::IntfEntry& entry, std::uint32_t value,
              const std::string& name);
-  static std::string ValueText(Field field, std::uint32_t value);
 
   std::map<Key, Group> groups_;
 };

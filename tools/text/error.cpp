@@ -32,6 +32,7 @@ std::string ProblemText(const Problem& problem) {
   if (!problem.path.empty()) append(": ", problem.path);
   append(": ", problem.found);
   if (!problem.expected.empty()) text += fmt::format(" (expected {})", problem.expected);
+  if (!problem.rule_name.empty()) text += fmt::format(" [{}]", problem.rule_name);
   return text;
 }
 

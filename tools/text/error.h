@@ -23,9 +23,10 @@ struct Problem {
   std::string path;                     // Of the field.
   std::string found;
   std::string expected;
+  std::string rule_name = {};  // Of zorl2::check, if one of them is broken.
 };
 
-// "record 3, offset 0x91f: typeInfo.vlanType: found (expected expected)".
+// "record 3, offset 0x91f: zorid: found (expected expected) [rule]".
 std::string ProblemText(const Problem& problem);
 
 // The only exception for an input, an output or an argument that the tool rejects. Its text begins

@@ -4,6 +4,7 @@
 #include <rapidjson/prettywriter.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -51,13 +52,22 @@ class JsonWriter {
     Value(value);
   }
 
-  // Null for an empty text.
+  // Null for an empty text or an absent value.
   void MemberOrNull(std::string_view name, std::string_view text) {
     Key(name);
     if (text.empty()) {
       Null();
     } else {
       Value(text);
+    }
+  }
+  template <typename T>
+  void MemberOrNull(std::string_view name, const std::optional<T>& value) {
+    Key(name);
+    if (value) {
+      Value(*value);
+    } else {
+      Null();
     }
   }
 

@@ -6,11 +6,15 @@
 #include <cstring>
 
 #include "tools/text/error.h"
+#include "tools/text/wrap.h"
 
 namespace zorl2_inspect {
 
 Output::Output(std::string file) : file_(std::move(file)), stream_(stdout) {
-  if (file_ == "-") return;
+  if (file_ == "-") {
+    width_ = TerminalWidth(STDOUT_FILENO);
+    return;
+  }
   // Writes directly to a device or a pipe, which cannot be replaced.
   const bool plain = access(file_.c_str(), F_OK) != 0 || file_.compare(0, 5, "/dev/") != 0;
   if (plain) temporary_ = fmt::format("{}.{}.part", file_, getpid());

@@ -39,6 +39,9 @@ class Output {
     if (buffer_.size() >= kFull) Flush();
   }
 
+  // The number of columns of the terminal; 0 if the output is none.
+  std::size_t width() const { return width_; }
+
   // Throws if the output is a terminal, which wire bytes would disturb, unless forced.
   void RejectTerminal(bool forced) const;
 
@@ -55,6 +58,7 @@ class Output {
   std::string temporary_;
   std::FILE* stream_;
   std::string* text_ = nullptr;
+  std::size_t width_ = 0;
   std::string buffer_;
 };
 

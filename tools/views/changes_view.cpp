@@ -3,22 +3,27 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "interface_entry.pb.h"
+#include "intf_state.pb.h"
 #include "tools/model/check_text.h"
+#include "tools/model/elements.h"
 #include "tools/model/field_text.h"
 #include "tools/model/message_forms.h"
 #include "tools/model/text_changes.h"
 #include "tools/text/error.h"
 #include "tools/text/quoting.h"
+#include "tools/views/problem_json.h"
 
 namespace zorl2_inspect {
 namespace {
 
 namespace pb = zorl2::protobuf;
+using google::protobuf::FieldDescriptor;
 using google::protobuf::Message;
 using Kind = FieldChange::Kind;
 
@@ -28,6 +33,11 @@ constexpr std::size_t kSummaryLimit = 160;
 const pb::IntfEntry* AsEntry(const Message& message) {
   if (message.GetDescriptor() != pb::IntfEntry::descriptor()) return nullptr;
   return static_cast<const pb::IntfEntry*>(&message);
+}
+
+bool IsState(const Message& message) {
+  return message.GetDescriptor() == pb::ShutStateInfo::descriptor() ||
+         message.GetDescriptor() == pb::BlockStateInfo::descriptor();
 }
 
 std::string NameOf(const Message& message) {
@@ -52,6 +62,31 @@ std::string Summary(const Message& message) {
     return text;
   }
   return OneLineText(message, kSummaryLimit);
+}
+
+// Why the element does not convert, if it is there and does not.
+std::optional<Problem> RejectionIn(const Message* element) {
+  if (element == nullptr) return std::nullopt;
+  zorl2::check::Verdict verdict = zorl2::check::Check(*element);
+  // A state alone is no record, but its signal is rejected because of its identifier.
+  const FieldDescriptor* id = IdentifierOf(*element->GetDescriptor());
+  if (Converts(verdict) && IsState(*element)) {
+    verdict = zorl2::check::Check(element->GetReflection()->GetMessage(*element, id));
+    verdict.field = id->name();
+  }
+  if (Converts(verdict)) return std::nullopt;
+  return RejectionOf(verdict);
+}
+
+void PrintRejection(const ElementChange& change, const Palette& paint, Output& out) {
+  const auto print = [&](const Message* element, const char* when) {
+    const std::optional<Problem> rejection = RejectionIn(element);
+    if (!rejection) return;
+    out.Print("{}",
+              paint(Colour::kMagenta, fmt::format("  !! {}{}", when, ProblemText(*rejection))));
+  };
+  if (change.kind != Kind::kRemoved) print(change.after, "");
+  if (change.kind != Kind::kAdded) print(change.before, change.after == nullptr ? "" : "before: ");
 }
 
 const char* KindName(Kind kind) {
@@ -151,6 +186,8 @@ void WriteChange(const ElementChange& change, JsonWriter& json) {
   } else {
     WriteJson(shown, json);
   }
+  WriteProblem("rejected_before", RejectionIn(change.before), json);
+  WriteProblem("rejected_after", RejectionIn(change.after), json);
   json.EndObject();
 }
 
@@ -193,10 +230,7 @@ void ChangesView::PrintChange(const ElementChange& change) {
                                        change.key, NameOf(shown), KindName(change.kind));
   out_.Print("{}", paint_(ColourOf(change.kind), head));
   if (change.kind != Kind::kChanged) out_.Print(" ({})", Summary(shown));
-  const zorl2::check::Verdict verdict = zorl2::check::Check(shown);
-  if (!Converts(verdict)) {
-    out_.Print("{}", paint_(Colour::kMagenta, "  !! " + ProblemText(RejectionOf(verdict))));
-  }
+  PrintRejection(change, paint_, out_);
   out_.Print("\n");
   for (const FieldChange& field : change.fields) {
     if (IsLong(field)) {

@@ -32,7 +32,9 @@ Colour ColourOf(Mark mark) {
 
 Cell Marked(const std::string& text, Mark mark) {
   const char* const sign = mark == Mark::kRejected ? "!!" : mark == Mark::kLost ? "!" : "";
-  return {text + sign, ColourOf(mark)};
+  Cell cell(text + sign, ColourOf(mark));
+  cell.important = *sign != '\0';
+  return cell;
 }
 
 Table EntryTable() {
@@ -41,14 +43,18 @@ Table EntryTable() {
     titles.push_back((column.is_number ? ">" : "") + std::string(column.title));
   }
   titles.emplace_back("PROBLEM");
-  return Table(std::move(titles));
+  Table table(std::move(titles));
+  table.FitTerminals({"CATEGORY", "PARENT", "TYPE", "LINK", "SPEED", "MTU", "ADMIN"});
+  return table;
 }
 
 Table ColumnsTable(const Columns& columns) {
   std::vector<std::string> titles = columns.Titles();
   const std::size_t always = titles.size();
   titles.emplace_back("PROBLEM");
-  return Table(std::move(titles), always);
+  Table table(std::move(titles), always);
+  table.FitTerminals();
+  return table;
 }
 
 void AddRow(const EntryRow& row, Table& table) {
@@ -68,6 +74,13 @@ void PrintRows(const std::vector<EntryRow>& rows, Table table, Output& out,
   }
   if (!table.empty()) table.Print(out, palette);
   legend.Print(out);
+  PrintLeftOut(table, out);
+}
+
+void PrintLeftOut(const Table& table, Output& out) {
+  const std::string names = table.LeftOut();
+  if (names.empty()) return;
+  out.Print("no room for {} (--columns chooses columns)\n", names);
 }
 
 void Legend::Add(Mark mark) {

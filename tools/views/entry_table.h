@@ -24,6 +24,9 @@ void AddRow(const EntryRow& row, Table& table);
 // Adds the rows to the table and prints it with the legend.
 void PrintRows(const std::vector<EntryRow>& rows, Table table, Output& out, const Palette& palette);
 
+// Prints which columns the terminal has no room for, if there are any.
+void PrintLeftOut(const Table& table, Output& out);
+
 // What the marks mean.
 class Legend {
  public:

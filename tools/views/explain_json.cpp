@@ -3,6 +3,7 @@
 #include <google/protobuf/descriptor.h>
 
 #include "tools/text/quoting.h"
+#include "tools/views/problem_json.h"
 #include "tools/wire/wire_type.h"
 #include "zorid.pb.h"
 
@@ -16,7 +17,7 @@ ExplainJson::ExplainJson(Output& out, bool of_stream)
 void ExplainJson::Begin(const std::string& file, const std::string& type, std::uint64_t record,
                         std::uint64_t offset, std::uint64_t bytes) {
   json_.BeginObject();
-  json_.Member("schema", "explain/1");
+  json_.Member("schema", "explain/2");
   json_.Member("file", file);
   json_.Member("type", type);
   json_.Key("record");
@@ -82,27 +83,11 @@ void ExplainJson::Print(const ExplainRow& row) {
   json_.EndObject();
 }
 
-void ExplainJson::Member(const char* name, const std::optional<Problem>& problem) {
-  json_.Key(name);
-  if (!problem) return json_.Null();
-  json_.BeginObject();
-  json_.Key("offset");
-  if (problem->offset) {
-    json_.Value(*problem->offset);
-  } else {
-    json_.Null();
-  }
-  json_.Member("path", problem->path);
-  json_.Member("found", problem->found);
-  json_.MemberOrNull("expected", problem->expected);
-  json_.EndObject();
-}
-
 void ExplainJson::End(const std::optional<Problem>& damage,
                       const std::optional<Problem>& rejection) {
   json_.EndArray();
-  Member("damage", damage);
-  Member("rejection", rejection);
+  WriteProblem("damage", damage, json_);
+  WriteProblem("rejection", rejection, json_);
   json_.EndObject();
 }
 

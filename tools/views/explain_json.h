@@ -27,7 +27,6 @@ class ExplainJson : public ExplainRows {
 
  private:
   void Value(const ExplainRow& row);
-  void Member(const char* name, const std::optional<Problem>& problem);
 
   JsonWriter json_;
 };

@@ -20,6 +20,7 @@
 #include "tools/text/error.h"
 #include "tools/text/quoting.h"
 #include "tools/text/table.h"
+#include "tools/text/wrap.h"
 #include "tools/views/entry_table.h"
 
 namespace zorl2_inspect {
@@ -61,6 +62,7 @@ void PrintRejections(const std::vector<Verdict>& rejections, const Filter& filte
   if (rejections.empty()) return;
   out.Write('\n');
   Table table({"NOT CONVERTED BECAUSE OF", "REASON"});
+  table.FitTerminals();
   for (const Verdict& verdict : rejections) {
     table.Add({Cell(filter.PathBefore(verdict.field), Colour::kMagenta), RejectionText(verdict)});
   }
@@ -112,10 +114,14 @@ void PrintList(const pb::IntfEntryList& list, const std::string& title, const Fi
   const bool one = list.intfentry_size() == 1 && filter.empty();
   PrintTitle(fmt::format("{}: {}{}", title, count, one ? "entry" : "entries"), out, palette);
   const pb::InformationClient& client = list.infoclient();
-  out.Print("for client {:#x}, protocol {}, token {}, categories{}\n\n", client.clientaddress(),
-            PresentValue(client, *client.GetDescriptor()->FindFieldByNumber(
-                                     pb::InformationClient::kProtocolTypeFieldNumber)),
-            Quoted(client.token(), 40), Categories(client.intfcategory()));
+  const std::string text =
+      fmt::format("for client {:#x}, protocol {}, token {}, categories{}", client.clientaddress(),
+                  PresentValue(client, *client.GetDescriptor()->FindFieldByNumber(
+                                           pb::InformationClient::kProtocolTypeFieldNumber)),
+                  Quoted(client.token(), 40), Categories(client.intfcategory()));
+  const std::size_t width = out.width() == 0 ? text.size() + 1 : out.width();
+  for (const std::string& line : Wrap(text, width, width)) out.Print("{}\n", line);
+  out.Write('\n');
   Table table = EntryTable();
   Legend legend;
   for (const pb::IntfEntry& entry : list.intfentry()) {
@@ -125,6 +131,7 @@ void PrintList(const pb::IntfEntryList& list, const std::string& title, const Fi
   }
   if (!table.empty()) table.Print(out, palette);
   legend.Print(out);
+  PrintLeftOut(table, out);
 }
 
 Mark MarkOf(const pb::Zorid& id) {
@@ -227,6 +234,7 @@ void PrintMessage(const Message& message, const std::string& title, const Filter
         Legend legend;
         legend.Add(row);
         legend.Print(out);
+        PrintLeftOut(table, out);
         out.Write('\n');
       }
       PrintFields(message, out, palette);

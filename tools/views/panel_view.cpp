@@ -72,6 +72,11 @@ void PrintPanel(const FrontPanel& panel, const Palette& paint, bool utf8, Output
       }
     }
   }
+  // Names with little in common give no picture.
+  if (2 * drawn < panel.ports().size()) {
+    rows.clear();
+    drawn = 0;
+  }
   std::size_t width = 0;
   for (const PanelRow& row : rows) width = std::max(width, Width(row.label));
   for (const PanelRow& row : rows) {
@@ -91,7 +96,7 @@ void PrintPanel(const FrontPanel& panel, const Palette& paint, bool utf8, Output
     legend += fmt::format("{}{} {} {}", legend.empty() ? "" : "  ", Symbol(state, paint, utf8),
                           PortStateName(state), counts[i]);
   }
-  const std::size_t not_drawn = panel.ports().size() - drawn;
+  const std::size_t not_drawn = panel.ports().size() - drawn + panel.without_place();
   if (not_drawn > 0) legend += fmt::format("  not drawn {}", not_drawn);
   out.Print("{}\n", legend);
 }

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "tools/text/quoting.h"
+#include "tools/views/problem_json.h"
 
 namespace zorl2_inspect {
 namespace {
@@ -50,7 +51,7 @@ void StatsView::Begin(const std::string& name, const std::string& type) {
     return;
   }
   json_.BeginObject();
-  json_.Member("schema", "stats/1");
+  json_.Member("schema", "stats/2");
   json_.Member("file", name);
   json_.Member("type", type);
   json_.Key("bad");
@@ -59,10 +60,9 @@ void StatsView::Begin(const std::string& name, const std::string& type) {
 
 void StatsView::Bad(const BadRecord& bad) {
   if (++bad_ > listed_) return;
-  const std::string problem = ProblemText(bad.problem);
   if (!as_json_) {
     out_.Print("record {}, offset {:#x}, {} bytes: {}: {}\n", bad.number, bad.offset, bad.size,
-               OutcomeName(bad.outcome), problem);
+               OutcomeName(bad.outcome), ProblemText(bad.problem));
     return;
   }
   json_.BeginObject();
@@ -70,12 +70,12 @@ void StatsView::Bad(const BadRecord& bad) {
   json_.Member("offset", bad.offset);
   json_.Member("bytes", bad.size);
   json_.Member("outcome", OutcomeName(bad.outcome));
-  json_.Member("problem", problem);
+  WriteProblem("problem", bad.problem, json_);
   json_.EndObject();
 }
 
 void StatsView::End(const RecordSummary& summary, const std::vector<CountSection>& sections,
-                    const std::string& broken) {
+                    const std::optional<Problem>& broken) {
   if (as_json_) {
     EndJson(summary, sections, broken);
   } else {
@@ -123,19 +123,20 @@ void StatsView::EndText(const RecordSummary& summary, const std::vector<CountSec
 }
 
 void StatsView::EndJson(const RecordSummary& summary, const std::vector<CountSection>& sections,
-                        const std::string& broken) {
+                        const std::optional<Problem>& broken) {
   json_.EndArray();
   json_.Member("unlisted", bad_ > listed_ ? bad_ - listed_ : 0);
-  json_.MemberOrNull("broken", broken);
+  WriteProblem("broken", broken, json_);
   json_.Member("records", summary.records);
   for (std::size_t i = 0; i < summary.outcomes.size(); ++i) {
     json_.Member(OutcomeName(static_cast<RecordOutcome>(i)), summary.outcomes[i]);
   }
   json_.Member("left_out", summary.left_out);
   json_.Member("bytes", summary.bytes);
-  json_.Member("smallest", summary.records == 0 ? 0 : summary.smallest);
-  json_.Member("mean", Mean(summary));
-  json_.Member("largest", summary.largest);
+  const bool any = summary.records > 0;
+  json_.MemberOrNull("smallest", any ? std::optional(summary.smallest) : std::nullopt);
+  json_.MemberOrNull("mean", any ? std::optional(Mean(summary)) : std::nullopt);
+  json_.MemberOrNull("largest", any ? std::optional(summary.largest) : std::nullopt);
   json_.Key("sizes");
   json_.BeginArray();
   for (std::size_t i = 0; i < summary.by_magnitude.size(); ++i) {

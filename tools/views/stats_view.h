@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,14 +61,14 @@ class StatsView {
 
   void Begin(const std::string& name, const std::string& type);
   void Bad(const BadRecord& bad);
-  // `broken` is why the stream cannot be read to its end; empty if it can.
+  // `broken` is why the stream cannot be read to its end, if it cannot.
   void End(const RecordSummary& summary, const std::vector<CountSection>& sections,
-           const std::string& broken);
+           const std::optional<Problem>& broken);
 
  private:
   void EndText(const RecordSummary& summary, const std::vector<CountSection>& sections);
   void EndJson(const RecordSummary& summary, const std::vector<CountSection>& sections,
-               const std::string& broken);
+               const std::optional<Problem>& broken);
 
   Output& out_;
   bool as_json_;

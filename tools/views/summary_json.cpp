@@ -2,7 +2,9 @@
 #include <google/protobuf/descriptor.h>
 
 #include "tools/model/check_text.h"
+#include "tools/model/odd_values.h"
 #include "tools/text/json_writer.h"
+#include "tools/views/problem_json.h"
 #include "tools/views/summary_view.h"
 
 namespace zorl2_inspect {
@@ -50,23 +52,33 @@ void WriteHeld(JsonWriter& json, const char* name, std::uint64_t entries,
   json.EndObject();
 }
 
+// A speed is in kbit/s.
+void WriteOddValue(JsonWriter& json, const char* name, OddValues::Field field,
+                   std::uint32_t value) {
+  if (field == OddValues::Field::kDuplex) {
+    json.Member(name, OddValues::ValueText(field, value));
+  } else {
+    json.Member(name, value);
+  }
+}
+
 void WriteOdd(JsonWriter& json, const OddValues& values) {
   json.Key("odd");
   json.BeginArray();
   for (const OddValues::Odd& odd : values.Find()) {
     json.BeginObject();
-    json.Member("field", odd.field);
+    json.Member("field", OddValues::FieldName(odd.field));
     json.Member("type", pb::InterfaceType_Name(odd.type));
     json.Member("category", pb::InterfaceCategory_Name(odd.category));
     json.Member("entries", odd.entries);
-    json.Member("usual", odd.usual);
+    WriteOddValue(json, "usual", odd.field, odd.usual);
     json.Member("unlike", odd.unlike);
     json.Key("examples");
     json.BeginArray();
     for (const auto& [name, value] : odd.examples) {
       json.BeginObject();
       json.Member("name", name);
-      json.Member("value", value);
+      WriteOddValue(json, "value", odd.field, value);
       json.EndObject();
     }
     json.EndArray();
@@ -87,28 +99,18 @@ void WritePorts(JsonWriter& json, const FrontPanel& panel) {
   json.EndArray();
 }
 
-void WriteTextOrNull(JsonWriter& json, const char* name, const std::string& text) {
-  json.Key(name);
-  if (text.empty()) {
-    json.Null();
-  } else {
-    json.Value(text);
-  }
-}
-
 }  // namespace
 
 void PrintSummaryAsJson(const SummaryReport& report, Output& out) {
   const ListSummary& list = report.list;
   JsonWriter json(out, JsonWriter::Layout::kIndented);
   json.BeginObject();
-  json.Member("schema", "summary/1");
+  json.Member("schema", "summary/2");
   json.Member("file", report.name);
   json.Member("type", report.type);
   json.Member("records", report.records);
   json.Member("malformed", report.unreadable);
-  WriteTextOrNull(json, "first_malformed",
-                  report.first_unreadable ? ProblemText(*report.first_unreadable) : "");
+  WriteProblem("first_malformed", report.first_unreadable, json);
   json.Member("entries", list.entries);
   WriteCounts(json, "categories", pb::InterfaceCategory_descriptor(), list.categories);
   WriteCounts(json, "types", pb::InterfaceType_descriptor(), list.types);
@@ -126,8 +128,9 @@ void PrintSummaryAsJson(const SummaryReport& report, Output& out) {
   }
   json.EndObject();
   WriteExamples(json, "rejected", list.rejected);
-  WriteTextOrNull(json, "first_rejection", list.first_rejection);
+  WriteProblem("first_rejection", list.first_rejection, json);
   WritePorts(json, list.panel);
+  json.Member("ports_left_out", list.panel.without_place());
   json.EndObject();
 }
 

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <google/protobuf/descriptor.h>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -85,18 +86,15 @@ std::vector<Cell> UpAndDown(const Counts& counts) {
 
 std::string Name(const std::string& name) { return QuotedUnlessPlain(name, kLongestName); }
 
-// "LACP 1 (ge-0/0/48)".
-Cell Holder(pb::ProtocolType protocol, const Examples& held, bool with_names) {
+// "LACP 3 (ge-0/0/48, ...)", with so many names.
+Cell Holder(pb::ProtocolType protocol, const Examples& held, std::size_t names) {
   std::string text = fmt::format("{} {}", pb::ProtocolType_Name(protocol), held.count);
-  if (with_names) {
-    std::string names;
-    for (const std::string& name : held.names) names += (names.empty() ? "" : ", ") + Name(name);
-    text += fmt::format(" ({}{})", names, held.count > held.names.size() ? ", ..." : "");
-  }
+  for (std::size_t i = 0; i < names; ++i) text += (i == 0 ? " (" : ", ") + Name(held.names[i]);
+  if (names > 0) text += held.count > names ? ", ...)" : ")";
   return Cell(std::move(text), Colour::kRed);
 }
 
-// Names all protocols, but the ports of the last ones only if there is room.
+// Names all protocols, with as many of their ports as there is room for.
 void PrintHeld(Screen& screen, const char* label, std::uint64_t ports,
                const std::array<Examples, pb::ProtocolType_ARRAYSIZE>& by) {
   if (ports == 0) {
@@ -104,16 +102,22 @@ void PrintHeld(Screen& screen, const char* label, std::uint64_t ports,
     return;
   }
   std::vector<pb::ProtocolType> holders;
+  std::vector<std::size_t> names;
   std::vector<Cell> items;
   for (std::size_t i = 0; i < by.size(); ++i) {
     if (by[i].count == 0) continue;
     holders.push_back(static_cast<pb::ProtocolType>(i));
-    items.push_back(Holder(holders.back(), by[i], true));
+    names.push_back(by[i].names.size());
+    items.push_back(Holder(holders.back(), by[i], names.back()));
   }
   const std::string start = fmt::format("{}: ", ports);
-  for (std::size_t i = items.size(); i > 0 && !Screen::Fit(start, items); --i) {
-    const pb::ProtocolType holder = holders[i - 1];
-    items[i - 1] = Holder(holder, by[static_cast<std::size_t>(holder)], false);
+  while (!Screen::Fit(start, items)) {
+    // The last of those that have most names.
+    const auto most = std::max_element(names.rbegin(), names.rend());
+    if (*most == 0) break;
+    --*most;
+    const auto i = static_cast<std::size_t>(names.rend() - most) - 1;
+    items[i] = Holder(holders[i], by[static_cast<std::size_t>(holders[i])], *most);
   }
   screen.Line(label, start, items);
 }
@@ -129,11 +133,13 @@ void PrintOdd(Screen& screen, const OddValues& values) {
     const OddValues::Odd& odd = all[i];
     std::vector<Cell> items;
     for (const auto& [name, value] : odd.examples) {
-      items.emplace_back(fmt::format("{} {}", Name(name), value), Colour::kYellow);
+      items.emplace_back(fmt::format("{} {}", Name(name), OddValues::ValueText(odd.field, value)),
+                         Colour::kYellow);
     }
     screen.Line(
         "odd",
-        fmt::format("{} not {}, {} of {} {} {}: ", odd.field, odd.usual, odd.unlike, odd.entries,
+        fmt::format("{} not {}, {} of {} {} {}: ", OddValues::FieldName(odd.field),
+                    OddValues::ValueText(odd.field, odd.usual), odd.unlike, odd.entries,
                     pb::InterfaceCategory_Name(odd.category), pb::InterfaceType_Name(odd.type)),
         items, odd.unlike - odd.examples.size());
   }
@@ -192,8 +198,9 @@ void PrintSummary(const SummaryReport& report, const Palette& paint, bool utf8, 
   if (list.rejected.count == 0) {
     if (list.entries > 0) screen.Line("rejected", "none");
   } else {
-    screen.Line("rejected", fmt::format("{}: {}: {}", list.rejected.count,
-                                        Name(list.rejected.names.front()), list.first_rejection));
+    screen.Line("rejected",
+                fmt::format("{}: {}: {}", list.rejected.count, Name(list.rejected.names.front()),
+                            ProblemText(*list.first_rejection)));
   }
   if (report.first_unreadable) {
     screen.Line("malformed",

@@ -55,7 +55,8 @@ class Schema(ToolTest):
             form = schema(name)
             jsonschema.Draft202012Validator.check_schema(form)
             version = "%s/%d" % (name, VERSIONS[name])
-            self.assertEqual(form["$id"], "zorl2-inspect/" + version)
+            # Some validators resolve a relative identifier twice and find none of the references.
+            self.assertEqual(form["$id"], "urn:zorl2-inspect:" + version.replace("/", ":"))
             if name != "show":
                 self.assertEqual(form["properties"]["schema"], {"const": version})
 

@@ -197,7 +197,7 @@ class LossFinder {
       const FieldDescriptor& field = *holder.type.field(i);
       if (field.cpp_type() != FieldDescriptor::CPPTYPE_MESSAGE) continue;
       const RecordType held = internal::RecordTypeOf(*field.message_type());
-      // Nobody converts the identifier alone.
+      // No converter reads an identifier within another message on its own.
       if (held == RecordType::kZorid) continue;
       holds_record |= held != RecordType::kNone;
       const int count = internal::CountOf(holder, field);

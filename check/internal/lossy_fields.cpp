@@ -28,8 +28,7 @@ Survival SurvivalOf(const FieldDescriptor& field) {
   }
   // A message with an unlisted value of another enumeration does not convert.
   const EnumDescriptor* enumeration = field.enum_type();
-  if (enumeration != nullptr && (enumeration == pb::ProtocolType_descriptor() ||
-                                 enumeration == pb::BlockState_descriptor())) {
+  if (enumeration == pb::ProtocolType_descriptor() || enumeration == pb::BlockState_descriptor()) {
     return Survival::kListed;
   }
   const bool is_bridge_port = field.containing_type() == pb::GeneralInfo::descriptor() &&

@@ -78,10 +78,13 @@ def on_terminal(arguments, feed=None, env=None, stdout_too=True):
 def position(process, path):
     """How many bytes of the file the process has read; None while it has not opened the file."""
     folder = f"/proc/{process.pid}/fd"
-    for name in os.listdir(folder):
-        if os.path.realpath(os.path.join(folder, name)) == os.path.realpath(path):
-            with open(f"/proc/{process.pid}/fdinfo/{name}") as info:
-                return int(info.readline().split()[1])
+    try:
+        for name in os.listdir(folder):
+            if os.readlink(os.path.join(folder, name)) == os.path.realpath(path):
+                with open(f"/proc/{process.pid}/fdinfo/{name}") as info:
+                    return int(info.readline().split()[1])
+    except FileNotFoundError:
+        pass  # closed in the meantime
     return None
 
 

@@ -136,7 +136,7 @@ class DamagedFiles(ToolTest):
     def test_every_truncation_of_a_list_is_reported_with_its_offset(self):
         whole = wire.entry_list(wire.entry())
         for length in range(1, len(whole)):
-            # Only where the last entry begins does the rest make a whole list.
+            # Without its last entry the list is whole again.
             if whole[:length] == wire.entry_list():
                 continue
             with self.subTest(length):

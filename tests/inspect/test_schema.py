@@ -55,7 +55,8 @@ class Schema(ToolTest):
             form = schema(name)
             jsonschema.Draft202012Validator.check_schema(form)
             version = "%s/%d" % (name, VERSIONS[name])
-            self.assertEqual(form["$id"], "zorl2-inspect/" + version)
+            # Some validators resolve a relative identifier twice and find none of the references.
+            self.assertEqual(form["$id"], "urn:zorl2-inspect:" + version.replace("/", ":"))
             if name != "show":
                 self.assertEqual(form["properties"]["schema"], {"const": version})
 
@@ -138,6 +139,10 @@ class Schema(ToolTest):
             type_name = re.search(r"\S+(?= from )", self.run_tool(
                 "show", os.path.join(SAMPLES, name)).text)[0]
             good = self.run_tool("show", "--output", "wire", os.path.join(SAMPLES, name)).stdout
+            if len(good) > 1000:
+                # Reports on a long list take the validator seconds, and have no other form.
+                self.assertEqual(type_name, "IntfEntryList")
+                good = wire.entry_list(wire.entry(), ODD, WIDE)
             sample = self.file("sample.pb", good)
             for turn in range(4):
                 bad = bytearray(good)

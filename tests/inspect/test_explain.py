@@ -259,7 +259,7 @@ class Explain(ToolTest):
         done = self.explain(content, "--json", "--type", "IntfEntry")
         report = json.loads(done.text)
         self.assertEqual({name: report[name] for name in report if name != "fields"}, {
-            "schema": "explain/2", "file": "standard input", "type": "IntfEntry", "record": None,
+            "schema": "explain/1", "file": "standard input", "type": "IntfEntry", "record": None,
             "offset": 0, "size": len(content), "damage": None, "rejection": None})
         fields = {field["path"]: field for field in report["fields"]}
         self.assertEqual(fields["zorid"]["value"], "0.0.0.7")

@@ -17,7 +17,7 @@ ExplainJson::ExplainJson(Output& out, bool of_stream)
 void ExplainJson::Begin(const std::string& file, const std::string& type, std::uint64_t record,
                         std::uint64_t offset, std::uint64_t bytes) {
   json_.BeginObject();
-  json_.Member("schema", "explain/2");
+  json_.Member("schema", "explain/1");
   json_.Member("file", file);
   json_.Member("type", type);
   json_.Key("record");

@@ -36,7 +36,7 @@ void RoundTripView::Begin(const std::string& name, const std::string& type, bool
   is_stream_ = is_stream;
   if (!as_json_) return;
   json_.BeginObject();
-  json_.Member("schema", "roundtrip/2");
+  json_.Member("schema", "roundtrip/1");
   json_.Member("file", name);
   json_.Member("type", type);
   json_.Key("differences");

@@ -54,7 +54,7 @@ void StatsView::Begin(const std::string& name, const std::string& type) {
     return;
   }
   json_.BeginObject();
-  json_.Member("schema", "stats/2");
+  json_.Member("schema", "stats/1");
   json_.Member("file", name);
   json_.Member("type", type);
   json_.Key("bad");

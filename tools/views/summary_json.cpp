@@ -105,7 +105,7 @@ void PrintSummaryAsJson(const SummaryReport& report, Output& out) {
   const ListSummary& list = report.list;
   JsonWriter json(out, JsonWriter::Layout::kIndented);
   json.BeginObject();
-  json.Member("schema", "summary/2");
+  json.Member("schema", "summary/1");
   json.Member("file", report.name);
   json.Member("type", report.type);
   json.Member("records", report.records);

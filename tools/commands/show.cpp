@@ -52,6 +52,7 @@ class Show {
         rows_(output_, palette_),
         input_(WithHooks(arguments)),
         reader_(input_, arguments.strict, [this] { Flush(); }),
+        message_(NewMessage(input_.type())),
         filter_(input_.type(), arguments.where) {
     if (form_ == "wire") output_.RejectTerminal(arguments.force);
     if (!arguments.columns.empty()) {
@@ -65,15 +66,14 @@ class Show {
   }
 
   int Run() {
-    const std::unique_ptr<Message> message = NewMessage(input_.type());
-    reader_.OnDamage([&](const Record& damaged, const Problem&) { ShowPart(damaged, *message); });
+    reader_.OnDamage([this](const Record& damaged, const Problem&) { ShowPart(damaged); });
     Record record;
-    while (reader_.Next(record, *message)) {
-      if (!filter_.Apply(message.get())) continue;
-      const bool converts = Converts(zorl2::check::Check(*message));
-      if (strict_ && !converts) Report(record, *message);
-      ShowRecord(*message, record);
-      if (!converts) Report(record, *message);
+    while (reader_.Next(record, *message_)) {
+      if (!filter_.Apply(message_.get())) continue;
+      const bool converts = Converts(zorl2::check::Check(*message_));
+      if (strict_ && !converts) Report(record, *message_);
+      ShowRecord(*message_, record);
+      if (!converts) Report(record, *message_);
     }
     rows_.Finish();
     output_.Finish();
@@ -131,13 +131,13 @@ class Show {
 
   // What the parser has read of a single message before the damage. A program would take it for the
   // whole message, so only the table has it.
-  void ShowPart(const Record& record, Message& message) {
+  void ShowPart(const Record& record) {
     std::vector<const google::protobuf::FieldDescriptor*> fields;
-    message.GetReflection()->ListFields(message, &fields);
+    message_->GetReflection()->ListFields(*message_, &fields);
     if (input_.delimited() || strict_ || form_ != "table" || fields.empty()) return;
-    if (!filter_.Apply(&message)) return;
+    if (!filter_.Apply(message_.get())) return;
     is_part_ = true;
-    ShowRecord(message, record);
+    ShowRecord(*message_, record);
     output_.Flush();
   }
 
@@ -184,6 +184,7 @@ class Show {
   Input input_;
   MessageReader reader_;
   std::optional<MessageWriter> writer_;
+  std::unique_ptr<Message> message_;
   Filter filter_;
   std::optional<Columns> columns_;
   bool shown_ = false;

@@ -39,7 +39,7 @@ class StreamTable {
 
  private:
   struct Rejection {
-    std::uint64_t record;
+    std::uint64_t record = 0;
     zorl2::check::Verdict verdict;
   };
 

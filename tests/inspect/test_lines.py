@@ -40,6 +40,22 @@ class Lines(ToolTest):
             self.assertEqual(done.text, lines)
             self.assertIn("read as JSON, type IntfEntry inferred", done.errors)
 
+    def test_a_stream_in_hexadecimal_text_can_be_read_again(self):
+        stream = wire.delimited(*ENTRIES, wire.entry(name="x" * 300))
+        text = self.run_tool("show", "--delimited", "--output", "hex", "--type", "IntfEntry", "-",
+                             given=stream).text
+        self.assertEqual(len(text.splitlines()), 4)
+        for given in (text, text.replace(" ", "")):
+            done = self.tool("show", given, "--output", "wire")
+            self.assertEqual(done.stdout, stream)
+
+    def test_protobuf_text_is_no_stream(self):
+        text = self.run_tool("show", "--delimited", "--output", "text", "--type", "IntfEntry", "-",
+                             given=wire.delimited(*ENTRIES)).text
+        done = self.tool("show", text, status=2)
+        self.assertIn("protobuf text (expected wire bytes, hexadecimal text or JSON with "
+                      "--delimited)", done.errors)
+
     def test_a_record_of_123_bytes_is_no_json(self):
         # Its length has the code of a brace.
         record = wire.entry(name="x" * (123 - len(wire.entry(name=""))))

@@ -52,9 +52,7 @@ const Descriptor* ReportInferred(const std::string& name, InputForm form,
 
 Input::Input(const InputOptions& options)
     : name_(InputName(options.file)), form_(options.form), delimited_(options.delimited) {
-  if (delimited_ && form_ == InputForm::kText) {
-    throw Error(name_, FormName(form_), "wire bytes, hexadecimal text or JSON with --delimited");
-  }
+  if (delimited_ && form_ == InputForm::kText) RejectTextStream();
   if (options.follow && (!delimited_ || form_ == InputForm::kHex)) {
     throw Error(name_, "--follow", "a stream of wire bytes or of JSON, with --delimited");
   }
@@ -117,10 +115,16 @@ void Input::RecogniseStreamForm(const InputOptions& options) {
   const std::string_view text = WithoutMark(beginning).substr(0, 2);
   if (form == InputForm::kJson && (text == "{\"" || text == "{}")) form_ = InputForm::kJson;
   if (form == InputForm::kHex && !options.follow) form_ = InputForm::kHex;
+  if (form == InputForm::kText) RejectTextStream();
   if (form_ != InputForm::kWire) return;
   const std::optional<Mistake> mistake = RecogniseMistake(beginning, options.file);
   if (mistake) throw Error(name_, mistake->found, mistake->expected);
   if (!options.follow) RejectSingleMessage(stream_->Beginning(std::string::npos));
+}
+
+void Input::RejectTextStream() const {
+  throw Error(name_, FormName(InputForm::kText),
+              "wire bytes, hexadecimal text or JSON with --delimited");
 }
 
 void Input::RejectSingleMessage(std::string_view bytes) {

@@ -96,6 +96,8 @@ class Input {
   void Open(const InputOptions& options);
   void OpenStream(const InputOptions& options);
   void RecogniseStreamForm(const InputOptions& options);
+  // Throws Error: nothing separates messages in protobuf text.
+  [[noreturn]] void RejectTextStream() const;
   // Throws Error if the beginning of a stream is one message without its length.
   void RejectSingleMessage(std::string_view bytes);
   // Makes a record from a line of JSON.

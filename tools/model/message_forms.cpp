@@ -133,19 +133,18 @@ MessageWriter::MessageWriter(Output& out, MessageForm form, bool of_stream)
 
 void MessageWriter::Write(const Message& message) {
   if (form_ == MessageForm::kJson) return WriteJson(message, json_);
-  if (form_ == MessageForm::kWire) {
-    const std::string bytes = message.SerializePartialAsString();
-    if (of_stream_) {
-      std::string length;
-      google::protobuf::io::StringOutputStream stream(&length);
-      google::protobuf::io::CodedOutputStream(&stream).WriteVarint64(bytes.size());
-      out_.Write(length);
-    }
-    return out_.Write(bytes);
+  if (form_ == MessageForm::kText) {
+    if (of_stream_) out_.Print("# {}\n", message.GetDescriptor()->name());
+    return out_.Write(ToText(message));
   }
-  if (of_stream_) out_.Print("# {}\n", message.GetDescriptor()->name());
-  if (form_ == MessageForm::kText) return out_.Write(ToText(message));
-  out_.Print("{}\n", Hex(message.SerializePartialAsString()));
+  std::string bytes;
+  if (of_stream_) {
+    google::protobuf::io::StringOutputStream stream(&bytes);
+    google::protobuf::io::CodedOutputStream(&stream).WriteVarint64(message.ByteSizeLong());
+  }
+  message.AppendPartialToString(&bytes);
+  if (form_ == MessageForm::kWire) return out_.Write(bytes);
+  out_.Print("{}\n", Hex(bytes));
 }
 
 }  // namespace zorl2_inspect

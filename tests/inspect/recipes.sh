@@ -24,7 +24,7 @@ expect() {
 # Counted in the sample's own text, which no code of ours has read.
 entries=$(grep -Eo '"intf_name"' "$sample" | wc -l)
 lacp=$(grep -Eo '"LACP"' "$sample" | wc -l)
-name=$(grep -Eo '"intf_name" *: *"[^"]+"' "$sample" | head -1 | sed 's/.*: *"//; s/"$//')
+name=$(grep -m 1 -Eo '"intf_name" *: *"[^"]+"' "$sample" | sed 's/.*: *"//; s/"$//')
 [ "$entries" -ge 52 ] || fail "expected a sample of at least 52 entries, found $entries"
 [ "$lacp" -ge 1 ] || fail "expected a sample with LACP in it"
 

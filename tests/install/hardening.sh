@@ -13,7 +13,7 @@ while IFS= read -r file; do
   symbols=$(readelf --dyn-syms -W "$file")
   grep -q GNU_RELRO <<<"$segments" || fail "no read-only relocations"
   grep -q BIND_NOW <<<"$dynamic" || fail "the relocations stay writable until they are bound"
-  grep GNU_STACK <<<"$segments" | grep -q ' RW ' || fail "the stack is executable"
+  grep GNU_STACK <<<"$segments" | grep ' RW ' >/dev/null || fail "the stack is executable"
   grep -q 'Elf file type is DYN' <<<"$segments" || fail "loaded at a fixed address"
   ! grep -q TEXTREL <<<"$dynamic" || fail "relocations in the code"
   grep -q '__stack_chk_fail' <<<"$symbols" || fail "no stack protector"

@@ -142,7 +142,7 @@ step_pkg_config() {
   "$out/plain"
   "$out/ndebug"
   "$out/now"
-  readelf -d "$out/now" | grep -q NOW || die "-z now was lost"
+  readelf -d "$out/now" | grep NOW >/dev/null || die "-z now was lost"
   "$out/list"
 
   read -ra flags <<<"$(pkg-config --cflags --libs zorl2_check zorl2_host)"

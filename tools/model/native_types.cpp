@@ -1,6 +1,7 @@
 #include "tools/model/native_types.h"
 
 #include <stdexcept>
+#include <type_traits>
 
 #include "convert/info_client_config_converter.h"
 #include "convert/intf_entry_converter.h"
@@ -21,7 +22,9 @@ using google::protobuf::Reflection;
 template <typename Proto, typename Native, typename Converter>
 bool BothWays(const Message& before, Message& after) {
   Converter converter;
-  Native native;
+  // An entry is replaced in place and keeps its memory; the other records would be merged.
+  static Native native;
+  if (!std::is_same_v<Native, ::IntfEntry>) native = Native();
   return converter.Convert(static_cast<const Proto&>(before), native) &&
          converter.Convert(native, static_cast<Proto&>(after));
 }

@@ -155,14 +155,13 @@ void AddDiffCommand(CLI::App& app, int& status) {
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set;\n"
-      "their order makes no difference. A list can be compared with a single entry. Texts of\n"
-      "more than 200 bytes are compared by lines. \"!!\" marks an element that does not convert.\n"
-      "The smaller capture is held in memory: changes appear in the order of the larger one,\n"
-      "followed by what only the smaller one contains.\n"
-      "--where compares the elements that are selected before or after; \"zorl2-inspect show\n"
-      "--help\" describes its conditions.\n\n"
-      "Exit status: 0 equal, 1 different, or a message is damaged or lacks a field, 2 an input\n"
+      "Entries are paired by identifier, block entries by protocol, shutdown protocols as a set; "
+      "their order makes no difference. A list can be compared with a single entry. Texts of more "
+      "than 200 bytes are compared by lines. \"!!\" marks an element that does not convert. The "
+      "smaller capture is held in memory: changes appear in the order of the larger one, followed "
+      "by what only the smaller one contains. --where compares the elements that are selected "
+      "before or after; \"zorl2-inspect show --help\" describes its conditions.\n\n"
+      "Exit status: 0 equal, 1 different, or a message is damaged or lacks a field, 2 an input "
       "cannot be read.\n\n"
       "Example:\n"
       "  printf 'value: [0,0,0,7]' > a.txt; printf 'value: [0,0,0,8]' > b.txt\n"

@@ -131,13 +131,11 @@ void AddExplainCommand(CLI::App& app, int& status) {
       ->type_name("N");
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "Prints offset, bytes, field path, type and value of every field, and what the conversion "
-      "to\n"
-      "native replaces, narrows, drops, defaults or rejects. Lines of less than 150 columns have\n"
+      "Prints offset, bytes, field path, type and value of every field, and what the conversion to "
+      "native replaces, narrows, drops, defaults or rejects. Lines of less than 150 columns have "
       "the names of the fields as a tree, without their types.\n\n"
       "Exit status: 0 the message converts, 1 the conversion rejects it, 2 the bytes are no "
-      "message.\n"
-      "A damaged message is explained up to the damage and, where possible, after it.\n\n"
+      "message. A damaged message is explained up to the damage and, where possible, after it.\n\n"
       "Example, an identifier with one value that is too large:\n"
       "  echo '0a 05 00 00 01 ac 02' | zorl2-inspect explain --type Zorid -");
   command->callback([arguments, &status] { status = ExplainCommand(*arguments).Run(); });

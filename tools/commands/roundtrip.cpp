@@ -181,9 +181,9 @@ void AddRoundtripCommand(CLI::App& app, int& status) {
                     "Print how long a conversion takes, too; not measured by default");
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "Lists each value that is lost with its field path, the value before and after, and the "
-      "kind of loss.\n\n"
-      "Exit status: 0 lossless, 1 losses, damaged messages or messages that do not convert, 2 the\n"
+      "Lists each value that is lost with its field path, the value before and after, and the kind "
+      "of loss.\n\n"
+      "Exit status: 0 lossless, 1 losses, damaged messages or messages that do not convert, 2 the "
       "input cannot be read.\n\n"
       "Example:\n"
       "  zorl2-inspect snapshot | zorl2-inspect roundtrip -");

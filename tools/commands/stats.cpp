@@ -150,12 +150,12 @@ void AddStatsCommand(CLI::App& app, int& status) {
       ->capture_default_str()
       ->type_name("BYTES");
   command->footer(
-      "Converts every message to native and back, counts types, categories, protocols, sizes and\n"
-      "what the conversion changes, and lists the records that do not convert. Needs the same\n"
-      "memory for any stream. With --follow on a terminal the report is refreshed; Ctrl-C prints\n"
-      "it as it is then. \"zorl2-inspect show --help\" describes the conditions of --where; they\n"
+      "Converts every message to native and back, counts types, categories, protocols, sizes and "
+      "what the conversion changes, and lists the records that do not convert. Needs the same "
+      "memory for any stream. With --follow on a terminal the report is refreshed; Ctrl-C prints "
+      "it as it is then. \"zorl2-inspect show --help\" describes the conditions of --where; they "
       "do not leave out records that are no messages.\n\n"
-      "Exit status: 0 all records are good, 1 some are not, or the stream ends inside a record, 2\n"
+      "Exit status: 0 all records are good, 1 some are not, or the stream ends inside a record, 2 "
       "the input cannot be read.\n\n"
       "Example, two records of which the second is too short for an identifier:\n"
       "  printf '\\6\\n\\4\\0\\0\\0\\7\\5\\n\\3\\0\\0\\7' | zorl2-inspect stats --type Zorid -");

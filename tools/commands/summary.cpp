@@ -130,16 +130,15 @@ void AddSummaryCommand(CLI::App& app, int& status) {
   AddWhereOption(*command, arguments->where);
   AddColourOption(*command, arguments->colour);
   command->footer(
-      "Counts the entries of a list or stream by category, type and status, names ports that are\n"
-      "down although enabled, shut or blocked by a protocol, and those whose MTU, speed or duplex\n"
-      "mode is not that of most others of their type and category. Counts the values that a\n"
-      "conversion to native loses and the entries that it rejects. Draws the ports (type "
-      "ETHERNET,\n"
-      "category L1 or L2) by the number at the end of their names, the odd ones above. Streams of\n"
-      "any length need the same memory. \"zorl2-inspect show --help\" describes the conditions of\n"
-      "--where. With --follow on a terminal the screen is refreshed; Ctrl-C prints it as it is\n"
+      "Counts the entries of a list or stream by category, type and status, names ports that are "
+      "down although enabled, shut or blocked by a protocol, and those whose MTU, speed or duplex "
+      "mode is not that of most others of their type and category. Counts the values that a "
+      "conversion to native loses and the entries that it rejects. Draws the ports (type ETHERNET, "
+      "category L1 or L2) by the number at the end of their names, the odd ones above. Streams of "
+      "any length need the same memory. \"zorl2-inspect show --help\" describes the conditions of "
+      "--where. With --follow on a terminal the screen is refreshed; Ctrl-C prints it as it is "
       "then.\n\n"
-      "Exit status: 0 all entries convert, 1 some do not, or the stream ends inside a record, 2\n"
+      "Exit status: 0 all entries convert, 1 some do not, or the stream ends inside a record, 2 "
       "the input cannot be read.\n\n"
       "Example:\n"
       "  zorl2-inspect snapshot | zorl2-inspect summary -");

@@ -43,9 +43,8 @@ void AddTypesCommand(CLI::App& app, int& status) {
   AddColourOption(*command, arguments->colour);
   command->footer(
       "Lists every message with its fields and its native record, every enumeration with its "
-      "numbers\n"
-      "on the wire and in native records, and the speed table. A field's remark is what its\n"
-      "conversion does with unusual values.\n\n"
+      "numbers on the wire and in native records, and the speed table. A field's remark is what "
+      "its conversion does with unusual values.\n\n"
       "Exit status: 0 done, 2 there is no such name.\n\n"
       "Examples:\n"
       "  zorl2-inspect types\n"

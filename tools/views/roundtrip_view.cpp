@@ -58,8 +58,8 @@ void RoundTripView::ReportText(const RoundTripRecord& record) {
                           : fmt::format("record {}: ", record.number);
   }
   for (const Verdict& verdict : record.rejections) {
-    out_.Print("{}{}: {} ({})\n", where, palette_(Colour::kBold, verdict.field),
-               palette_(Colour::kMagenta, RejectionText(verdict)), "rejected");
+    out_.Print("{}{}: {} (rejected)\n", where, palette_(Colour::kBold, verdict.field),
+               palette_(Colour::kMagenta, RejectionText(verdict)));
   }
   for (const Loss& loss : record.losses) {
     out_.Print("{}{}: {} -> {} ({})\n", where, palette_(Colour::kBold, loss.field),
